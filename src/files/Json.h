@@ -1,0 +1,13 @@
+// A full, lossless dump of a LevelSet as JSON, and back.
+#pragma once
+
+#include <string_view>
+
+#include "model/ReadResult.h"
+
+namespace shd {
+
+WriteResult WriteJsonFile(const LevelSet& set);
+ReadResult ReadJsonFile(std::string_view bytes);
+
+}  // namespace shd

@@ -1,0 +1,42 @@
+// The rules of the custom piece dialog: the captions being edited and what
+// its four buttons do. The stored picture changes only on OK.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "model/LevelSet.h"
+
+namespace shd {
+
+enum class PictureKind { Normal, Change };
+
+class CustomPieceEdit {
+public:
+    // LoadUp: the captions from the stored picture of `kind`.
+    CustomPieceEdit(const LevelSet& set, PictureKind kind);
+
+    PictureKind kind() const { return kind_; }
+    std::uint8_t value(int cell) const { return values_[static_cast<std::size_t>(cell - 1)]; }
+    std::string caption(int cell) const { return std::to_string(value(cell)); }
+
+    void Click(int cell);  // "1" and "0" swap; any other caption stays
+    void Reset();          // every caption "0"
+    void Default();        // the kind's default picture
+    void StoreInto(LevelSet& set) const;  // OK
+
+    // Where cell n's label stands, in twips: row k at top 240 + 360k, the
+    // displayed position p (columns 8..1, 10, 9 from the left) at 840 + 240p.
+    static int DisplayedPosition(int cell);
+    static int CellAt(int row, int position);  // row 0..5, position 0..9
+    static int LabelLeft(int cell) { return 840 + 240 * DisplayedPosition(cell); }
+    static int LabelTop(int cell) { return 240 + 360 * ((cell - 1) / 10); }
+    static constexpr int kLabelWidth = 135;
+    static constexpr int kLabelHeight = 255;
+
+private:
+    PictureKind kind_;
+    std::array<std::uint8_t, kPictureCells> values_{};
+};
+
+}  // namespace shd
