@@ -1,0 +1,540 @@
+#include "editor/Editor.h"
+
+#include <algorithm>
+
+#include "files/FileIo.h"
+#include "model/Numbers.h"
+#include "rules/CustomPiece.h"
+
+namespace shd {
+
+namespace keys {
+bool IsEditingKey(int keyCode) {
+    return keyCode == Backspace || keyCode == End || keyCode == Home || keyCode == Left || keyCode == Right ||
+           keyCode == Delete;
+}
+}  // namespace keys
+
+namespace {
+constexpr int kMaxTitleLength = 20;
+
+bool& MarkOf(MenuMarks& marks, Toggle which) {
+    switch (which) {
+    case Toggle::Spotted: return marks.Spotted;
+    case Toggle::CenterLine: return marks.CenterLine;
+    case Toggle::ZigZag: return marks.ZigZag;
+    case Toggle::Custom: return marks.Custom;
+    case Toggle::CustomShardles: return marks.CustomShardles;
+    case Toggle::WrapAround: return marks.WrapAround;
+    case Toggle::ArrowBreakable: return marks.ArrowBreakable;
+    case Toggle::MatchLocks: return marks.MatchLocks;
+    case Toggle::Debugger: return marks.Debugger;
+    }
+    return marks.Special;
+}
+
+bool& FlagOf(LevelSet& set, Toggle which) {
+    LevelRecord& record = set.CurrentRecord();
+    switch (which) {
+    case Toggle::Spotted: return record.SpottedUnused;
+    case Toggle::CenterLine: return record.CenterLineUnused;
+    case Toggle::ZigZag: return record.ZigZagUnused;
+    case Toggle::Custom: return record.CustomUnused;
+    case Toggle::CustomShardles: return set.UseCustomShardles;
+    case Toggle::WrapAround: return set.UseWrapAround;
+    case Toggle::ArrowBreakable: return set.ArrowBlocksBreakable;
+    case Toggle::MatchLocks: return set.MatchLocksToBlocks;
+    case Toggle::Debugger: return set.UseShardlesDebugger;
+    }
+    return set.UseShardlesDebugger;
+}
+
+bool IsPerLevel(Toggle which) {
+    return which == Toggle::Spotted || which == Toggle::CenterLine || which == Toggle::ZigZag ||
+           which == Toggle::Custom;
+}
+
+// The extension rule of the program file, applied to the file name only so a
+// dotted folder never swallows it.
+std::string WithProgramExtension(const std::string& path) {
+    if (path.size() >= 4 && path.compare(path.size() - 4, 4, ".83p") == 0) return path;
+    const std::string name = FileTitleOf(path);
+    if (name.find('.') != std::string::npos && name.size() >= 4)
+        return path.substr(0, path.size() - 4) + ".83p";
+    return path + ".83p";
+}
+}  // namespace
+
+Editor::Editor(Prompts& prompts, int screenWidth, int screenHeight)
+    : prompts_(prompts), screenWidth_(screenWidth), screenHeight_(screenHeight) {
+    // Before Form_Load the window already has its design-time grid cell 0.
+    set_ = shd::NewSet(GameKind::Shardles);
+}
+
+std::string Editor::LevelEntry(int level) { return "Level " + std::to_string(level); }
+
+// ---- start-up and shutdown ----
+
+void Editor::FormLoad(const std::string& iniPath, const std::string& programFolder) {
+    iniPath_ = iniPath;
+    lastFolder_.clear();
+    if (auto text = ReadWholeFile(iniPath)) {
+        const auto end = text->find_first_of("\r\n");
+        lastFolder_ = text->substr(0, end);
+    }
+    if (lastFolder_.empty()) lastFolder_ = programFolder;
+    mnuNewShd_Click();
+    ui_.focusedPalette = 0;
+}
+
+bool Editor::FormQueryUnload() {
+    switch (prompts_.AskYesNoCancel("Save before quiting?")) {
+    case Answer::Yes: SaveLevelFile(FormatId::MyFile); return true;
+    case Answer::No: return true;
+    case Answer::Cancel: return false;
+    }
+    return true;
+}
+
+void Editor::FormUnload() {
+    // Failing to remember the folder is not worth troubling the user with.
+    if (!iniPath_.empty()) WriteFileAtomic(iniPath_, lastFolder_ + "\r\n");
+}
+
+// ---- new sets ----
+
+void Editor::mnuNewShd_Click() { NewSet(GameKind::Shardles); }
+void Editor::mnuNewTil_Click() { NewSet(GameKind::Tiltbash); }
+
+void Editor::NewSet(GameKind kind) {
+    ResetAll();
+    set_.Kind = kind;
+    MakeLevels(set_, 1);
+    GetFormReady();
+    ui_.levelText = LevelEntry(1);
+    ui_.focusedPalette = 0;
+    ui_.status.clear();
+}
+
+void Editor::ResetAll() {
+    set_.CurrentLevel = 1;
+    ui_.SelectedBlock = 0;
+    ui_.levelEntries = {LevelEntry(1)};
+    ui_.levelText = LevelEntry(1);
+    ui_.marks.ArrowBreakable = false;
+    ui_.marks.WrapAround = false;
+    ui_.marks.CustomShardles = false;
+    ResetSetFields(set_);
+}
+
+void Editor::GetFormReady() {
+    const int count = set_.LevelCount();
+    const GameKind kind = set_.Kind;
+    ui_.levelCountLabel = "Number of Levels: " + std::to_string(count);
+    const bool shardles = kind == GameKind::Shardles;
+    ui_.shardlesControlsVisible = shardles;
+    ui_.createMenuVisible = shardles;
+    ui_.gridKind = kind;
+    ui_.gridCells = LocateBoxes(RowCount(kind), kColumns, CellWidth(kind), CellCount(kind), screenWidth_,
+                                screenHeight_);
+    // The recreated cells copy cell 0, which shows the empty block.
+    ui_.shownPictures.assign(static_cast<std::size_t>(CellCount(kind)), 0);
+    if (shardles) {
+        MenuMarks& m = ui_.marks;
+        m.ArrowBreakable = m.ArrowBreakable || set_.ArrowBlocksBreakable;
+        m.WrapAround = m.WrapAround || set_.UseWrapAround;
+        m.CustomShardles = m.CustomShardles || set_.UseCustomShardles;
+        m.Debugger = m.Debugger || set_.UseShardlesDebugger;
+        m.MatchLocks = m.MatchLocks || set_.MatchLocksToBlocks;
+    }
+    ui_.palette = PaletteLayout(kind);
+    for (int code = 0; code < 16; ++code) ui_.paletteFiles[static_cast<std::size_t>(code)] = PictureFile(kind, code);
+    ++ui_.paletteGeneration;
+    ui_.levelEntries.clear();
+    for (int level = 1; level <= count; ++level) ui_.levelEntries.push_back(LevelEntry(level));
+    ui_.levelText = LevelEntry(1);
+}
+
+void Editor::mnuResetAll_Click() {
+    auto& cells = set_.Current().Cells;
+    std::fill(cells.begin(), cells.end(), 0);
+    std::fill(ui_.shownPictures.begin(), ui_.shownPictures.end(), 0);
+    LevelRecord& r = set_.CurrentRecord();
+    r.CenterLineUnused = false, r.CenterLineCount = 0, r.CenterLineChangerCount = 0;
+    r.CustomUnused = false, r.CustomCount = 0, r.CustomChangerCount = 0;
+    r.SpottedUnused = false, r.SpottedCount = 0, r.SpottedChangerCount = 0;
+    r.ZigZagUnused = false, r.ZigZagCount = 0, r.ZigZagChangerCount = 0;
+    ui_.marks.CenterLine = ui_.marks.Custom = ui_.marks.Spotted = ui_.marks.ZigZag = false;
+}
+
+// ---- shared routines ----
+
+void Editor::ShowLevel() {
+    RecountCurrentLevel(set_);
+    const LevelLayout& layout = set_.Current();
+    ui_.shownPictures.resize(layout.Cells.size());
+    for (std::size_t i = 0; i < layout.Cells.size(); ++i)
+        ui_.shownPictures[i] = layout.Cells[i] <= 15 ? layout.Cells[i] : kUnknownPicture;
+    ui_.ballXText = DecimalText(layout.BallX);
+    ui_.ballYText = DecimalText(layout.BallY);
+}
+
+void Editor::CountBlocks() {
+    const BlockCounts counts = ComputeBlockCounts(set_, set_.CurrentLevel);
+    LevelLayout& layout = set_.Current();
+    layout.BlockCount = counts.blockCount;
+    layout.LastBlockCount = counts.lastBlockCount;
+    if (counts.missingLastBlocks) prompts_.Message(NoLastBlocksMessage(set_.CurrentLevel));
+}
+
+void Editor::ShardlesDebug() {
+    for (const DebugCheck& check : DebugChecks()) {
+        if (check.holds(set_, set_.CurrentLevel) && prompts_.AskYesNo(check.question)) Toggle(check.onYes);
+    }
+}
+
+void Editor::RunDebuggerIfOn() {
+    if (set_.IsShardles() && set_.UseShardlesDebugger) ShardlesDebug();
+}
+
+int Editor::LiveBlockCount() const { return ComputeBlockCounts(set_, set_.CurrentLevel).blockCount; }
+
+void Editor::Restore(const Snapshot& snapshot) {
+    set_ = snapshot.set;
+    ui_ = snapshot.ui;
+}
+
+// ---- the Tricky menu ----
+
+void Editor::Toggle(shd::Toggle which) {
+    bool& mark = MarkOf(ui_.marks, which);
+    bool& flag = FlagOf(set_, which);
+    // Per-level kinds follow the check mark, set-wide options their flag.
+    const bool on = IsPerLevel(which) ? !mark : !flag;
+    mark = on;
+    flag = on;
+}
+
+void Editor::mnuSpecial_Click() {
+    LevelRecord& record = set_.CurrentRecord();
+    const std::string answer = prompts_.InputBox(
+        "How many other blocks are not used? Don't count blocks affected by the Flags.",
+        DecimalText(record.SpecialUnusedCount));
+    const auto value = ParseTypedNumber(answer);
+    if (value && *value > 0 && *value <= 80) {
+        record.SpecialUnusedCount = static_cast<std::int16_t>(RoundHalfEven(*value));
+        ui_.marks.Special = true;
+    } else {
+        record.SpecialUnusedCount = 0;
+        ui_.marks.Special = false;
+    }
+}
+
+void Editor::mnuCreateNormShd_Click() {
+    set_.UseCustomShardles = true;
+    ui_.marks.CustomShardles = true;
+    CustomPieceEdit edit(set_, PictureKind::Normal);
+    if (prompts_.EditPicture(edit)) edit.StoreInto(set_);
+}
+
+void Editor::mnuCreateChangeShd_Click() {
+    set_.UseCustomShardles = true;
+    ui_.marks.CustomShardles = true;
+    CustomPieceEdit edit(set_, PictureKind::Change);
+    if (prompts_.EditPicture(edit)) edit.StoreInto(set_);
+}
+
+// ---- palette and grid ----
+
+void Editor::optBlocks_Click(int index) {
+    if (index >= 0 && index <= 15) ui_.SelectedBlock = index;
+}
+
+void Editor::optBlocks_KeyDown(int keyCode) {
+    int& block = ui_.SelectedBlock;
+    if (keyCode == keys::Right) {
+        if (block == 15) block = 0;
+        if (block < 15) ++block;
+    } else if (keyCode == keys::Left) {
+        if (block == 0) block = 15;
+        if (block > 0) --block;
+    }
+    ui_.focusedPalette = block;
+}
+
+void Editor::PaintCell(int index, MouseButton button) {
+    auto& cells = set_.Current().Cells;
+    if (index < 0 || static_cast<std::size_t>(index) >= cells.size()) return;
+    if (button != MouseButton::Left && button != MouseButton::Right) return;
+    const int next = button == MouseButton::Left ? ui_.SelectedBlock : 0;
+    std::uint8_t& cell = cells[static_cast<std::size_t>(index)];
+    LevelRecord& record = set_.CurrentRecord();
+    if (auto field = CountFieldFor(cell)) --(record.*field);
+    if (auto field = CountFieldFor(next)) ++(record.*field);
+    ui_.shownPictures[static_cast<std::size_t>(index)] = next;
+    cell = static_cast<std::uint8_t>(next);
+}
+
+void Editor::EndStroke() { RunDebuggerIfOn(); }
+
+void Editor::pctBox_MouseUp(int index, MouseButton button) {
+    PaintCell(index, button);
+    EndStroke();
+}
+
+bool Editor::Form_MouseDown(MouseButton button) {
+    const bool shardles = set_.IsShardles();
+    ui_.unusedMenuVisible = shardles;
+    ui_.optionsMenuVisible = shardles;
+    return button == MouseButton::Right;
+}
+
+// ---- level list and settings ----
+
+void Editor::AddLevel() {
+    AddEmptyLevel(set_);
+    ui_.levelEntries.push_back(LevelEntry(set_.LevelCount()));
+    ui_.levelCountLabel = "Number of Levels: " + std::to_string(set_.LevelCount());
+}
+
+void Editor::cmdAddLev_Click() {
+    if (set_.LevelCount() >= kMaxLevels) {
+        prompts_.Message("You can't have more than 255 levels!");
+        return;
+    }
+    AddLevel();
+}
+
+void Editor::cmdLoseLev_Click() {
+    if (set_.LevelCount() == 1) {
+        prompts_.Message("There has to be at least ONE Level!!!!!");
+        return;
+    }
+    int removed = set_.LevelCount();
+    if (set_.CurrentLevel != set_.LevelCount()) {
+        const Answer answer = prompts_.AskYesNoCancel("Is this the level to trash? (No trashes the last Level)");
+        if (answer == Answer::Cancel) return;
+        if (answer == Answer::Yes) removed = set_.CurrentLevel;
+    }
+    // A level's record goes with its layout, so later levels keep their own flags.
+    set_.Layouts.erase(set_.Layouts.begin() + (removed - 1));
+    set_.Records.erase(set_.Records.begin() + (removed - 1));
+    if (set_.CurrentLevel > set_.LevelCount()) set_.CurrentLevel = set_.LevelCount();
+    ui_.levelEntries.pop_back();
+    ui_.levelCountLabel = "Number of Levels: " + std::to_string(set_.LevelCount());
+    ShowCurrentLevelInList();
+    ShowLevel();
+    RunDebuggerIfOn();
+}
+
+void Editor::ShowCurrentLevelInList() { ui_.levelText = LevelEntry(set_.CurrentLevel); }
+
+void Editor::cmbLevels_Click(int entryIndex) {
+    if (set_.LevelCount() == 1 && prompts_.AskYesNo("You only have 1 Level. Should I add another?")) AddLevel();
+    if (entryIndex < 0 || entryIndex >= set_.LevelCount() || entryIndex + 1 == set_.CurrentLevel) {
+        ShowCurrentLevelInList();
+        return;
+    }
+    CountBlocks();
+    // A ball text left unchecked by editing keys only counts when it is a valid start.
+    auto ball = [](const std::string& text, int most) -> std::int16_t {
+        const auto value = ParseTypedNumber(text);
+        if (!value || *value > most || RoundHalfEven(*value) < 0) return 0;
+        return static_cast<std::int16_t>(RoundHalfEven(*value));
+    };
+    LevelLayout& left = set_.Current();
+    left.BallX = ball(ui_.ballXText, 94);
+    left.BallY = ball(ui_.ballYText, 62);
+    set_.CurrentLevel = entryIndex + 1;
+    ShowLevel();
+    RunDebuggerIfOn();
+    ShowCurrentLevelInList();
+}
+
+void Editor::txtTitle_Changed(const Bytes& text) { set_.Title = text; }
+
+void Editor::txtTitle_KeyUp(int keyCode) {
+    if (keys::IsEditingKey(keyCode)) return;
+    if (set_.Title.size() > kMaxTitleLength) set_.Title.resize(kMaxTitleLength);
+}
+
+void Editor::SetBall(bool across, int keyCode, const std::string& text) {
+    std::string& shown = across ? ui_.ballXText : ui_.ballYText;
+    shown = text;
+    if (keys::IsEditingKey(keyCode)) return;
+    const int most = across ? 94 : 62;
+    const auto value = ParseTypedNumber(text);
+    double stored = 0;
+    if (!value || *value > most || RoundHalfEven(*value) < 0) shown = "0";
+    else stored = RoundHalfEven(*value);
+    (across ? set_.Current().BallX : set_.Current().BallY) = static_cast<std::int16_t>(stored);
+}
+
+void Editor::txtBallx_KeyUp(int keyCode, const std::string& text) { SetBall(true, keyCode, text); }
+void Editor::txtBally_KeyUp(int keyCode, const std::string& text) { SetBall(false, keyCode, text); }
+void Editor::cmbBonus_Changed(const Bytes& text) { set_.BonusClock = text; }
+void Editor::cmbExLife_Changed(const Bytes& text) { set_.ExtraLifePoints = text; }
+
+// ---- files ----
+
+void Editor::ClosingSteps() {
+    set_.CurrentLevel = 1;
+    ui_.levelText = LevelEntry(1);
+    ShowLevel();
+    RunDebuggerIfOn();
+}
+
+void Editor::RememberFolder(const std::string& path) { lastFolder_ = FolderOf(path); }
+
+// A read replaces the set wholesale: the window goes through ResetAll and
+// GetFormReady for the new kind and level count, keeping marks as they do.
+void Editor::AdoptSet(LevelSet&& set) {
+    ResetAll();
+    set_ = std::move(set);
+    set_.CurrentLevel = 1;
+    GetFormReady();
+}
+
+void Editor::ReportRead(const std::string& path, const ReadResult& result) {
+    if (result.stopped())
+        ui_.status = "Stopped reading " + FileTitleOf(path) + " at " + result.outcome.where + ": " +
+                     result.outcome.why;
+    else
+        ui_.status.clear();
+}
+
+bool Editor::CountAllLevels() {
+    for (int level = 1; level <= set_.LevelCount(); ++level) {
+        set_.CurrentLevel = level;
+        CountBlocks();
+        if (set_.IsShardles() && set_.Current().LastBlockCount == 0) {
+            // Leave the level to fix in view.
+            ShowCurrentLevelInList();
+            ShowLevel();
+            return false;
+        }
+    }
+    return true;
+}
+
+void Editor::ReadFromDialog(FormatId id, bool confirm) {
+    const Format& format = GetFormat(id);
+    const FileChoice choice = prompts_.OpenFileDialog(format.openFilter, lastFolder_);
+    if (choice.path.empty()) return;
+    auto bytes = ReadWholeFile(choice.path);
+    if (!bytes) {
+        ui_.status = "Could not read " + FileTitleOf(choice.path);
+        return;
+    }
+    ReadResult result = format.read(*bytes);
+    if (result.refused()) {
+        prompts_.Message(result.outcome.message);
+        return;
+    }
+    ReportRead(choice.path, result);
+    const bool complete = result.complete();
+    AdoptSet(std::move(result.set));
+    if (!complete) return;
+    if (confirm) prompts_.Message("Opened Succesfully");
+    RememberFolder(choice.path);
+}
+
+void Editor::OpenLevelFile(FormatId id) {
+    ReadFromDialog(id, true);
+    ClosingSteps();
+}
+
+void Editor::SaveLevelFile(FormatId id) {
+    const Format& format = GetFormat(id);
+    if (!CountAllLevels()) return;
+    const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_);
+    if (!choice.path.empty()) {
+        const WriteResult written = format.write(set_, choice.title);
+        std::string error;
+        if (!written.ok) {
+            prompts_.Message(written.message);
+        } else if (WriteFileAtomic(choice.path, written.bytes, &error)) {
+            ui_.status.clear();
+            prompts_.Message("Saved Succesfully!");
+            RememberFolder(choice.path);
+        } else {
+            ui_.status = "Could not save " + FileTitleOf(choice.path) + ": " + error;
+        }
+    }
+    ClosingSteps();
+}
+
+void Editor::mnuOpenCode_Click() {
+    // The set is dropped before the file is even chosen. Level 1 stays as it
+    // was drawn, and with it the kind its grid was made for.
+    const GameKind kind = set_.Kind;
+    LevelLayout first = set_.Layout(1);
+    LevelRecord firstRecord = set_.Record(1);
+    ResetAll();
+    set_.Kind = kind;
+    set_.Layouts.assign(1, std::move(first));
+    set_.Records.assign(1, firstRecord);
+    ui_.levelCountLabel = "Number of Levels: 1";
+
+    ReadFromDialog(FormatId::Program, true);
+    ClosingSteps();
+}
+
+void Editor::mnuOpenSource_Click() {
+    ReadFromDialog(FormatId::Source, false);  // reading source confirms nothing
+    ClosingSteps();
+}
+
+void Editor::mnuSaveCode_Click() {
+    if (!CountAllLevels()) return;
+    const Format& format = GetFormat(FormatId::Program);
+    const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_);
+    if (choice.title.size() > 12) {
+        prompts_.Message(
+            "This name has to be 8 characters long because this is the name that is shown in the Calculator!");
+    } else if (!choice.path.empty()) {
+        const std::string name = CalculatorName(choice.title);
+        if (name.empty()) {
+            ui_.status = "Could not compile: the file name " + choice.title + " is too short";
+        } else {
+            const WriteResult written = format.write(set_, choice.title);
+            const std::string path = WithProgramExtension(choice.path);
+            std::string error;
+            if (!written.ok) {
+                prompts_.Message(written.message);
+            } else if (WriteFileAtomic(path, written.bytes, &error)) {
+                ui_.status.clear();
+                prompts_.Message("Succesfully compiled!");
+                RememberFolder(choice.path);
+            } else {
+                ui_.status = "Could not save " + FileTitleOf(path) + ": " + error;
+            }
+        }
+    }
+    ClosingSteps();
+}
+
+void Editor::mnuSaveSource_Click() {
+    const Format& format = GetFormat(FormatId::Source);
+    const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_);
+    if (!choice.path.empty()) {
+        const WriteResult written = format.write(set_, choice.title);
+        std::string error;
+        if (!written.ok) {
+            prompts_.Message(written.message);
+        } else if (WriteFileAtomic(choice.path, written.bytes, &error)) {
+            ui_.status.clear();
+            // The writer walks the levels with the current level, leaving the last one current.
+            set_.CurrentLevel = set_.LevelCount();
+            ShowCurrentLevelInList();
+            prompts_.Message("Saved Succesfully");
+            RememberFolder(choice.path);
+            RunDebuggerIfOn();
+        } else {
+            ui_.status = "Could not save " + FileTitleOf(choice.path) + ": " + error;
+        }
+    }
+    ClosingSteps();
+}
+
+}  // namespace shd
