@@ -86,6 +86,8 @@ struct LevelSet {
     const LevelRecord& Record(int level) const { return Records[static_cast<std::size_t>(level - 1)]; }
     LevelLayout& Current() { return Layout(CurrentLevel); }
     LevelRecord& CurrentRecord() { return Record(CurrentLevel); }
+    const LevelLayout& Current() const { return Layout(CurrentLevel); }
+    const LevelRecord& CurrentRecord() const { return Record(CurrentLevel); }
 
     bool operator==(const LevelSet&) const = default;
 };

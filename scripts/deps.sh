@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Installs the Debian packages the editor and its tests need, when missing.
+# Usage: scripts/deps.sh run|test
+set -euo pipefail
+packages=(cmake ninja-build g++ pkg-config qt6-base-dev libgl1-mesa-dev nlohmann-json3-dev)
+if [ "${1:-run}" = test ]; then
+  # GoogleTest; the TI file library and the GNU Z80 assembler check our calculator
+  # files independently; clang brings libFuzzer and the sanitizer runtimes.
+  packages+=(libgtest-dev libgmock-dev libtifiles-dev binutils-z80 clang libclang-rt-dev)
+fi
+missing=()
+for p in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+if [ ${#missing[@]} -gt 0 ]; then
+  echo "Installing: ${missing[*]}"
+  sudo_cmd=""
+  [ "$(id -u)" -ne 0 ] && sudo_cmd="sudo"
+  $sudo_cmd apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $sudo_cmd apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+fi
