@@ -23,4 +23,23 @@ std::array<std::uint8_t, 4> PackGridRow(const std::uint8_t* cells);
 // (a settings text outside the lists, a title too long for CountOffset).
 WriteResult BuildLevelImage(const LevelSet& set);
 
+// The pieces both calculator writers share.
+namespace image {
+
+constexpr int kPictureBytes = 24;
+
+// Only a Shardles set carries the custom pictures.
+bool CarriesPictures(const LevelSet& set);
+
+// L + 5, plus 24 when the pictures are carried.
+int CountOffset(const LevelSet& set);
+
+// Why the set cannot be laid out as an image, or nothing when it can.
+std::optional<std::string> Unexportable(const LevelSet& set);
+
+// A picture cell as a bit: anything but 0 counts as set.
+inline int PictureBit(std::uint8_t cell) { return cell != 0 ? 1 : 0; }
+
+}  // namespace image
+
 }  // namespace shd
