@@ -15,4 +15,7 @@ WriteResult WriteProgramFile(const LevelSet& set, std::string_view calculatorNam
 // starts from is a reset one, as the open command resets before reading.
 ReadResult ReadProgramFile(std::string_view bytes);
 
+// Where the container puts the image.
+constexpr std::size_t kProgramImageOffset = 72;
+
 }  // namespace shd
