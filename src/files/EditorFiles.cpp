@@ -1,9 +1,432 @@
-// Placeholder until the readers and writers land.
+// The editor's own level file ("My File", and the older layout it still
+// reads) and the TI-83 list file.
 #include "files/EditorFiles.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "files/TextScanner.h"
+#include "model/Numbers.h"
+
 namespace shd {
-WriteResult WriteMyFile(const LevelSet&) { return Refused("not built yet"); }
-WriteResult WriteListFile(const LevelSet&) { return Refused("not built yet"); }
-ReadResult ReadMyFile(std::string_view) { return Refuse("not built yet"); }
-ReadResult ReadOldMyFile(std::string_view) { return Refuse("not built yet"); }
-ReadResult ReadListFile(std::string_view) { return Refuse("not built yet"); }
+
+namespace {
+
+constexpr std::string_view kMagic = "QUARTLEV";
+constexpr std::string_view kListHeader = "//LQRVLE";
+constexpr std::string_view kNotMine = "Not one of my files.";
+constexpr std::string_view kNotList = "Not a valid list file.";
+
+// The in-row numbers of a picture row in the order the custom piece dialog
+// shows them; the older files store each row's values in this order.
+constexpr std::array<int, 10> kShownOrder{8, 7, 6, 5, 4, 3, 2, 1, 10, 9};
+constexpr int kPictureRows = 6;
+
+// ---------------------------------------------------------------- writing
+
+// A number as a Print statement writes it: a blank (or the minus sign) before, a blank after.
+std::string PrintedNumber(long value) { return (value < 0 ? "" : " ") + DecimalText(value) + " "; }
+std::string PrintedBool(bool value) { return value ? "True" : "False"; }
+std::string ListedBool(bool value) { return value ? "#TRUE#" : "#FALSE#"; }
+
+// Every value but the last listed with its comma, the last one printed: "0,5, 12 ".
+template <typename Values>
+std::string Row(const Values& values) {
+    std::string row;
+    std::size_t left = values.size();
+    for (const auto value : values) {
+        if (--left > 0) row += DecimalText(value) + ",";
+        else row += PrintedNumber(value);
+    }
+    return row;
+}
+
+class LineWriter {
+public:
+    void Line(std::string_view text) {
+        bytes_ += text;
+        bytes_ += "\r\n";
+    }
+    std::string Take() { return std::move(bytes_); }
+
+private:
+    std::string bytes_;
+};
+
+bool HoldsLineBreak(const Bytes& text) { return text.find_first_of("\r\n") != Bytes::npos; }
+
+// A set the readers could not bring back as it is gets refused.
+std::string WhyNotWritable(const LevelSet& set) {
+    if (std::string fault = CheckConsistent(set); !fault.empty())
+        return "The level set cannot be saved: " + fault + ".";
+    if (HoldsLineBreak(set.Title)) return "The title cannot hold a line break.";
+    if (set.IsShardles() && (HoldsLineBreak(set.BonusClock) || HoldsLineBreak(set.ExtraLifePoints)))
+        return "The bonus clock and extra life settings cannot hold a line break.";
+    return {};
+}
+
+// Kind, level count and the Shardles settings and pictures; the same in both files.
+void WriteSetWide(LineWriter& out, const LevelSet& set) {
+    out.Line(PrintedBool(set.IsShardles()));
+    out.Line(PrintedNumber(set.LevelCount()));
+    if (!set.IsShardles()) return;
+    out.Line(PrintedBool(set.ArrowBlocksBreakable));
+    out.Line(set.ExtraLifePoints);
+    out.Line(set.BonusClock);
+    out.Line(PrintedBool(set.UseWrapAround));
+    out.Line(PrintedBool(set.UseCustomShardles));
+    out.Line(PrintedBool(set.UseShardlesDebugger));
+    out.Line(PrintedBool(set.MatchLocksToBlocks));
+    if (!set.UseCustomShardles) return;
+    out.Line(Row(set.CustomShardlePicture.cells));
+    out.Line(Row(set.CustomChangerPicture.cells));
+}
+
+// ---------------------------------------------------------------- reading
+
+std::string_view TrimBlanks(std::string_view text) {
+    const auto first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+bool SameIgnoringCase(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+        if (lower(a[i]) != lower(b[i])) return false;
+    }
+    return true;
+}
+
+std::optional<bool> TrueOrFalse(std::string_view text) {
+    text = TrimBlanks(text);
+    if (SameIgnoringCase(text, "True")) return true;
+    if (SameIgnoringCase(text, "False")) return false;
+    return std::nullopt;
+}
+
+// "True", "False", or a number that is true when not 0.
+std::optional<bool> BooleanOf(std::string_view text) {
+    if (auto value = TrueOrFalse(text)) return value;
+    if (auto number = ParseTypedNumber(text)) return *number != 0;
+    return std::nullopt;
+}
+
+// The whole item as a number, rounded to a whole one.
+std::optional<double> NumberOf(std::string_view text) {
+    if (auto number = ParseTypedNumber(text)) return RoundHalfEven(*number);
+    return std::nullopt;
+}
+
+// The number the item starts with ("12abc" is 12), rounded; nothing when it starts with none.
+std::optional<double> LeadingNumberOf(std::string_view text) {
+    std::size_t i = 0;
+    while (i < text.size() && (text[i] == ' ' || text[i] == '\t')) ++i;
+    std::size_t end = i;
+    if (end < text.size() && (text[end] == '+' || text[end] == '-')) ++end;
+    auto digits = [&] {
+        while (end < text.size() && text[end] >= '0' && text[end] <= '9') ++end;
+    };
+    digits();
+    if (end < text.size() && text[end] == '.') {
+        ++end;
+        digits();
+    }
+    return NumberOf(text.substr(i, end - i));
+}
+
+std::string Quote(std::string_view text) {
+    constexpr std::size_t kShown = 20;
+    if (text.size() <= kShown) return "\"" + std::string(text) + "\"";
+    return "\"" + std::string(text.substr(0, kShown)) + "...\"";
+}
+
+// A refused file leaves the editor's set alone; the result still holds a whole one.
+ReadResult RefuseFile(std::string_view message) {
+    ReadResult result = Refuse(std::string(message));
+    MakeLevels(result.set, 1);
+    return result;
+}
+
+enum class ByteRule { WholeItem, LeadingPart };
+
+class SetReader {
+public:
+    explicit SetReader(std::string_view bytes) : scan_(bytes) {}
+
+    files::TextScanner& Scan() { return scan_; }
+    LevelSet& Set() { return result_.set; }
+
+    void Section(std::string name) { section_ = std::move(name); }
+
+    void SetUpLevels(int count) {
+        MakeLevels(result_.set, count);
+        levelsReady_ = true;
+    }
+
+    std::optional<std::string_view> Line(std::string_view what) {
+        const int line = scan_.Line();
+        auto text = scan_.ReadLine();
+        if (!text) Fail(line, "the file ends before " + std::string(what));
+        return text;
+    }
+
+    bool TextLine(Bytes& field, std::string_view what) {
+        auto text = Line(what);
+        if (text) field = Bytes(*text);
+        return text.has_value();
+    }
+
+    bool BoolLine(bool& field, std::string_view what) {
+        const int line = scan_.Line();
+        auto text = Line(what);
+        if (!text) return false;
+        auto value = BooleanOf(*text);
+        if (!value) return Fail(line, Quote(*text) + " is not True or False");
+        field = *value;
+        return true;
+    }
+
+    bool CountLine(int& count) {
+        const int line = scan_.Line();
+        auto text = Line("the level count");
+        if (!text) return false;
+        auto number = LeadingNumberOf(*text);
+        if (!number || *number < 1 || *number > kMaxLevels)
+            return Fail(line, "level count " + Quote(TrimBlanks(*text)) + " is not 1 to 255");
+        count = static_cast<int>(*number);
+        return true;
+    }
+
+    bool Int16Item(std::int16_t& field) {
+        auto item = NextItem();
+        if (!item) return false;
+        auto number = NumberOf(item->text);
+        if (!number) return Fail(item->line, Quote(item->text) + " is not a number");
+        if (*number < INT16_MIN || *number > INT16_MAX)
+            return Fail(item->line, Quote(item->text) + " does not fit a 16-bit number");
+        field = static_cast<std::int16_t>(*number);
+        return true;
+    }
+
+    bool BoolItem(bool& field) {
+        auto item = NextItem();
+        if (!item) return false;
+        std::optional<bool> value;
+        if (SameIgnoringCase(item->text, "#TRUE#")) value = true;
+        else if (SameIgnoringCase(item->text, "#FALSE#")) value = false;
+        else value = BooleanOf(item->text);
+        if (!value) return Fail(item->line, Quote(item->text) + " is not #TRUE# or #FALSE#");
+        field = *value;
+        return true;
+    }
+
+    bool PictureItem(std::uint8_t& field, ByteRule rule) {
+        auto item = NextItem();
+        if (!item) return false;
+        std::optional<double> number;
+        if (rule == ByteRule::LeadingPart) number = LeadingNumberOf(item->text).value_or(0);
+        else number = NumberOf(item->text);
+        if (!number) return Fail(item->line, Quote(item->text) + " is not a number");
+        if (*number < 0 || *number > 255) return Fail(item->line, Quote(item->text) + " does not fit a byte");
+        field = static_cast<std::uint8_t>(*number);
+        return true;
+    }
+
+    // With `letters` (the older file), "A" to "F" stand for 10 to 15 and an
+    // item that is neither a number nor one of them leaves the cell 0.
+    bool CellItem(std::uint8_t& field, bool letters) {
+        auto item = NextItem();
+        if (!item) return false;
+        const std::string_view text = item->text;
+        std::optional<double> number;
+        if (letters && text.size() == 1 && text[0] >= 'A' && text[0] <= 'F') number = text[0] - 'A' + 10;
+        else number = NumberOf(text);
+        if (!number) {
+            if (letters) return true;
+            return Fail(item->line, Quote(text) + " is not a number");
+        }
+        if (*number < 0 || *number > 15) return Fail(item->line, "cell value " + Quote(text) + " is not 0 to 15");
+        field = static_cast<std::uint8_t>(*number);
+        return true;
+    }
+
+    // The set as far as it was read, made whole: a read that broke off before
+    // the levels were set up leaves one empty level of the kind read so far.
+    ReadResult Finish(bool complete) {
+        if (!levelsReady_) MakeLevels(result_.set, 1);
+        result_.set.CurrentLevel = 1;
+        if (!complete) {
+            result_.outcome.status = ReadOutcome::Status::Stopped;
+            result_.outcome.where = "line " + std::to_string(stopLine_);
+            result_.outcome.why = std::move(stopWhy_);
+        }
+        return std::move(result_);
+    }
+
+private:
+    std::optional<files::Item> NextItem() {
+        auto item = scan_.ReadItem();
+        if (!item) Fail(scan_.Line(), "the file ends inside " + section_);
+        return item;
+    }
+
+    bool Fail(int line, std::string why) {
+        stopLine_ = line;
+        stopWhy_ = std::move(why);
+        return false;
+    }
+
+    files::TextScanner scan_;
+    ReadResult result_;
+    bool levelsReady_ = false;
+    std::string section_;
+    int stopLine_ = 0;
+    std::string stopWhy_;
+};
+
+enum class Layout { MyFile, OldMyFile, List };
+
+bool ReadPicture(SetReader& reader, PiecePicture& picture, bool grouped) {
+    if (!grouped) {
+        for (int n = 1; n <= kPictureCells; ++n)
+            if (!reader.PictureItem(picture.at(n), ByteRule::WholeItem)) return false;
+        return true;
+    }
+    for (int row = 0; row < kPictureRows; ++row)
+        for (int number : kShownOrder)
+            if (!reader.PictureItem(picture.at(10 * row + number), ByteRule::LeadingPart)) return false;
+    return true;
+}
+
+// From the kind line to the last picture value.
+bool ReadSetWide(SetReader& reader, Layout layout, int& count) {
+    LevelSet& set = reader.Set();
+    bool shardles = false;
+    if (!reader.BoolLine(shardles, "the game kind")) return false;
+    set.Kind = shardles ? GameKind::Shardles : GameKind::Tiltbash;
+    if (!reader.CountLine(count)) return false;
+    if (!set.IsShardles()) return true;
+    if (!reader.BoolLine(set.ArrowBlocksBreakable, "the arrow block option") ||
+        !reader.TextLine(set.ExtraLifePoints, "the extra life points") ||
+        !reader.TextLine(set.BonusClock, "the bonus clock") ||
+        !reader.BoolLine(set.UseWrapAround, "the wrap around option") ||
+        !reader.BoolLine(set.UseCustomShardles, "the custom shardles option"))
+        return false;
+
+    // A list file from elsewhere may lack the two option lines that ours
+    // carries; where they are, the next line is a Boolean and not a number.
+    bool optionLines = layout == Layout::MyFile;
+    if (layout == Layout::List) {
+        const auto next = reader.Scan().PeekLine();
+        optionLines = next && TrueOrFalse(*next);
+    }
+    if (optionLines && (!reader.BoolLine(set.UseShardlesDebugger, "the debugger option") ||
+                        !reader.BoolLine(set.MatchLocksToBlocks, "the lock matching option")))
+        return false;
+
+    if (!set.UseCustomShardles) return true;
+    // The layouts without those lines also keep the pictures in the dialog's order.
+    const bool grouped = !optionLines;
+    reader.Section("the custom shardle picture");
+    if (!ReadPicture(reader, set.CustomShardlePicture, grouped)) return false;
+    reader.Section("the custom changer picture");
+    return ReadPicture(reader, set.CustomChangerPicture, grouped);
+}
+
+bool ReadLevels(SetReader& reader, Layout layout, int count) {
+    reader.SetUpLevels(count);
+    LevelSet& set = reader.Set();
+    for (int level = 1; level <= count; ++level) {
+        reader.Section("level " + std::to_string(level));
+        LevelLayout& levelLayout = set.Layout(level);
+        for (auto& cell : levelLayout.Cells)
+            if (!reader.CellItem(cell, layout == Layout::OldMyFile)) return false;
+        if (!set.IsShardles()) {
+            if (!reader.Int16Item(levelLayout.BlockCount)) return false;
+            continue;
+        }
+        if (!reader.Int16Item(levelLayout.BlockCount) || !reader.Int16Item(levelLayout.LastBlockCount) ||
+            !reader.Int16Item(levelLayout.BallX) || !reader.Int16Item(levelLayout.BallY))
+            return false;
+        if (layout != Layout::MyFile) continue;
+        LevelRecord& record = set.Record(level);
+        if (!reader.BoolItem(record.CenterLineUnused) || !reader.Int16Item(record.CustomChangerCount) ||
+            !reader.Int16Item(record.SpottedChangerCount) || !reader.Int16Item(record.ZigZagChangerCount) ||
+            !reader.Int16Item(record.SpecialUnusedCount))
+            return false;
+    }
+    return true;
+}
+
+ReadResult ReadEditorFile(std::string_view bytes, Layout layout) {
+    SetReader reader(bytes);
+    const auto magic = reader.Scan().ReadLine();
+    if (!magic || *magic != kMagic) return RefuseFile(kNotMine);
+    int count = 0;
+    const bool complete = reader.TextLine(reader.Set().Title, "the title") &&
+                          ReadSetWide(reader, layout, count) && ReadLevels(reader, layout, count);
+    return reader.Finish(complete);
+}
+
+}  // namespace
+
+WriteResult WriteMyFile(const LevelSet& set) {
+    if (std::string why = WhyNotWritable(set); !why.empty()) return Refused(std::move(why));
+    LineWriter out;
+    out.Line(kMagic);
+    out.Line(set.Title);
+    WriteSetWide(out, set);
+    for (int level = 1; level <= set.LevelCount(); ++level) {
+        const LevelLayout& layout = set.Layout(level);
+        out.Line(Row(layout.Cells));
+        if (!set.IsShardles()) {
+            out.Line(PrintedNumber(layout.BlockCount));
+            continue;
+        }
+        out.Line(DecimalText(layout.BlockCount) + "," + DecimalText(layout.LastBlockCount) + "," +
+                 DecimalText(layout.BallX) + "," + DecimalText(layout.BallY));
+        const LevelRecord& record = set.Record(level);
+        out.Line(ListedBool(record.CenterLineUnused) + "," + DecimalText(record.CustomChangerCount) + "," +
+                 DecimalText(record.SpottedChangerCount) + "," + DecimalText(record.ZigZagChangerCount) + "," +
+                 DecimalText(record.SpecialUnusedCount));
+    }
+    return Written(out.Take());
+}
+
+WriteResult WriteListFile(const LevelSet& set) {
+    if (std::string why = WhyNotWritable(set); !why.empty()) return Refused(std::move(why));
+    LineWriter out;
+    out.Line(set.Title);
+    out.Line(kListHeader);
+    WriteSetWide(out, set);
+    for (int level = 1; level <= set.LevelCount(); ++level) {
+        const LevelLayout& layout = set.Layout(level);
+        for (std::uint8_t cell : layout.Cells) out.Line(PrintedNumber(cell));
+        out.Line(DecimalText(layout.BlockCount));
+        if (!set.IsShardles()) continue;
+        out.Line(DecimalText(layout.LastBlockCount));
+        out.Line(DecimalText(layout.BallX));
+        out.Line(DecimalText(layout.BallY));
+    }
+    return Written(out.Take());
+}
+
+ReadResult ReadMyFile(std::string_view bytes) { return ReadEditorFile(bytes, Layout::MyFile); }
+
+ReadResult ReadOldMyFile(std::string_view bytes) { return ReadEditorFile(bytes, Layout::OldMyFile); }
+
+ReadResult ReadListFile(std::string_view bytes) {
+    SetReader reader(bytes);
+    const auto title = reader.Scan().ReadLine();
+    const auto header = reader.Scan().ReadLine();
+    if (!title || !header || !header->starts_with("//L")) return RefuseFile(kNotList);
+    reader.Set().Title = Bytes(*title);
+    int count = 0;
+    const bool complete = ReadSetWide(reader, Layout::List, count) && ReadLevels(reader, Layout::List, count);
+    return reader.Finish(complete);
+}
+
 }  // namespace shd
