@@ -17,6 +17,7 @@ namespace shd::test {
 class ScriptedPrompts : public Prompts {
 public:
     enum class Kind { Message, YesNo, YesNoCancel, Input, Open, Save, Picture };
+    static constexpr const char* kAnyText = "*";  // expects a prompt of the kind, whatever its text
 
     struct Step {
         Kind kind;
@@ -24,7 +25,14 @@ public:
         Answer answer = Answer::Yes;
         std::string reply;  // input box answer, or the chosen path
         std::function<bool(CustomPieceEdit&)> drawing;
+        std::function<void()> check;  // runs while the prompt is shown
     };
+
+    // Runs `check` when the prompt pushed last is shown, to look at the state at that moment.
+    ScriptedPrompts& Then(std::function<void()> check) {
+        script_.back().check = std::move(check);
+        return *this;
+    }
 
     ScriptedPrompts& ExpectMessage(std::string text) { return Push({Kind::Message, std::move(text)}); }
     ScriptedPrompts& ExpectYesNo(std::string text, bool yes) {
@@ -95,7 +103,8 @@ private:
         Step step = script_.front();
         script_.pop_front();
         EXPECT_EQ(static_cast<int>(step.kind), static_cast<int>(kind)) << "prompt \"" << text << "\"";
-        if (kind != Kind::Picture) EXPECT_EQ(step.text, text);
+        if (kind != Kind::Picture && step.text != kAnyText) EXPECT_EQ(step.text, text);
+        if (step.check) step.check();
         return step;
     }
 
