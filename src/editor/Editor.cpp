@@ -65,6 +65,31 @@ std::string WithProgramExtension(const std::string& path) {
 }
 }  // namespace
 
+// Records the handler it guards as one step, unless an outer handler already
+// records (the debugger's answers after a click belong to the click).
+class StepRecorder {
+public:
+    StepRecorder(Editor& editor, StepKind kind) : editor_(editor), kind_(kind) {
+        outermost_ = editor_.sink_ && editor_.recording_++ == 0 && !editor_.strokeOpen_;
+        if (outermost_) before_ = editor_.CaptureState();
+    }
+    ~StepRecorder() {
+        if (!editor_.sink_) return;
+        --editor_.recording_;
+        if (!outermost_) return;
+        EditorState after = editor_.CaptureState();
+        if (!(after == before_)) editor_.sink_->Push({kind_, std::move(before_), std::move(after)});
+    }
+    StepRecorder(const StepRecorder&) = delete;
+    StepRecorder& operator=(const StepRecorder&) = delete;
+
+private:
+    Editor& editor_;
+    StepKind kind_;
+    bool outermost_ = false;
+    EditorState before_;
+};
+
 Editor::Editor(Prompts& prompts, int screenWidth, int screenHeight)
     : prompts_(prompts), screenWidth_(screenWidth), screenHeight_(screenHeight) {
     // Before Form_Load the window already has its design-time grid cell 0.
@@ -114,6 +139,7 @@ void Editor::NewSet(GameKind kind) {
     ui_.levelText = LevelEntry(1);
     ui_.focusedPalette = 0;
     ui_.status.clear();
+    if (sink_) sink_->Clear();
 }
 
 void Editor::ResetAll() {
@@ -156,6 +182,7 @@ void Editor::GetFormReady() {
 }
 
 void Editor::mnuResetAll_Click() {
+    StepRecorder step(*this, StepKind::ResetLevel);
     auto& cells = set_.Current().Cells;
     std::fill(cells.begin(), cells.end(), 0);
     std::fill(ui_.shownPictures.begin(), ui_.shownPictures.end(), 0);
@@ -199,14 +226,34 @@ void Editor::RunDebuggerIfOn() {
 
 int Editor::LiveBlockCount() const { return ComputeBlockCounts(set_, set_.CurrentLevel).blockCount; }
 
-void Editor::Restore(const Snapshot& snapshot) {
-    set_ = snapshot.set;
-    ui_ = snapshot.ui;
+// ---- undo steps ----
+
+EditorState Editor::CaptureState() const {
+    return {set_, ui_.levelEntries, ui_.levelText, ui_.levelCountLabel, ui_.ballXText,
+            ui_.ballYText, ui_.shownPictures, ui_.marks};
+}
+
+void Editor::ApplyState(const EditorState& state) {
+    set_ = state.set;
+    ui_.levelEntries = state.levelEntries;
+    ui_.levelText = state.levelText;
+    ui_.levelCountLabel = state.levelCountLabel;
+    ui_.ballXText = state.ballXText;
+    ui_.ballYText = state.ballYText;
+    ui_.shownPictures = state.shownPictures;
+    ui_.marks = state.marks;
+}
+
+void Editor::BeginStroke() {
+    if (strokeOpen_ || !sink_) return;
+    strokeOpen_ = true;
+    strokeBefore_ = CaptureState();
 }
 
 // ---- the Tricky menu ----
 
 void Editor::Toggle(shd::Toggle which) {
+    StepRecorder step(*this, StepKind::Toggle);
     bool& mark = MarkOf(ui_.marks, which);
     bool& flag = FlagOf(set_, which);
     // Per-level kinds follow the check mark, set-wide options their flag.
@@ -216,6 +263,7 @@ void Editor::Toggle(shd::Toggle which) {
 }
 
 void Editor::mnuSpecial_Click() {
+    StepRecorder step(*this, StepKind::SpecialCount);
     LevelRecord& record = set_.CurrentRecord();
     const std::string answer = prompts_.InputBox(
         "How many other blocks are not used? Don't count blocks affected by the Flags.",
@@ -231,6 +279,7 @@ void Editor::mnuSpecial_Click() {
 }
 
 void Editor::mnuCreateNormShd_Click() {
+    StepRecorder step(*this, StepKind::Picture);
     set_.UseCustomShardles = true;
     ui_.marks.CustomShardles = true;
     CustomPieceEdit edit(set_, PictureKind::Normal);
@@ -238,6 +287,7 @@ void Editor::mnuCreateNormShd_Click() {
 }
 
 void Editor::mnuCreateChangeShd_Click() {
+    StepRecorder step(*this, StepKind::Picture);
     set_.UseCustomShardles = true;
     ui_.marks.CustomShardles = true;
     CustomPieceEdit edit(set_, PictureKind::Change);
@@ -266,6 +316,7 @@ void Editor::PaintCell(int index, MouseButton button) {
     auto& cells = set_.Current().Cells;
     if (index < 0 || static_cast<std::size_t>(index) >= cells.size()) return;
     if (button != MouseButton::Left && button != MouseButton::Right) return;
+    BeginStroke();
     const int next = button == MouseButton::Left ? ui_.SelectedBlock : 0;
     std::uint8_t& cell = cells[static_cast<std::size_t>(index)];
     LevelRecord& record = set_.CurrentRecord();
@@ -275,9 +326,19 @@ void Editor::PaintCell(int index, MouseButton button) {
     cell = static_cast<std::uint8_t>(next);
 }
 
-void Editor::EndStroke() { RunDebuggerIfOn(); }
+void Editor::EndStroke() {
+    // The debugger's answers join the stroke's step.
+    ++recording_;
+    RunDebuggerIfOn();
+    --recording_;
+    if (!strokeOpen_) return;
+    strokeOpen_ = false;
+    EditorState after = CaptureState();
+    if (!(after == strokeBefore_)) sink_->Push({StepKind::Paint, std::move(strokeBefore_), std::move(after)});
+}
 
 void Editor::pctBox_MouseUp(int index, MouseButton button) {
+    BeginStroke();
     PaintCell(index, button);
     EndStroke();
 }
@@ -298,6 +359,7 @@ void Editor::AddLevel() {
 }
 
 void Editor::cmdAddLev_Click() {
+    StepRecorder step(*this, StepKind::AddLevel);
     if (set_.LevelCount() >= kMaxLevels) {
         prompts_.Message("You can't have more than 255 levels!");
         return;
@@ -306,6 +368,7 @@ void Editor::cmdAddLev_Click() {
 }
 
 void Editor::cmdLoseLev_Click() {
+    StepRecorder step(*this, StepKind::RemoveLevel);
     if (set_.LevelCount() == 1) {
         prompts_.Message("There has to be at least ONE Level!!!!!");
         return;
@@ -351,9 +414,13 @@ void Editor::cmbLevels_Click(int entryIndex) {
     ShowCurrentLevelInList();
 }
 
-void Editor::txtTitle_Changed(const Bytes& text) { set_.Title = text; }
+void Editor::txtTitle_Changed(const Bytes& text) {
+    StepRecorder step(*this, StepKind::Title);
+    set_.Title = text;
+}
 
 void Editor::txtTitle_KeyUp(int keyCode) {
+    StepRecorder step(*this, StepKind::Title);
     if (keys::IsEditingKey(keyCode)) return;
     if (set_.Title.size() > kMaxTitleLength) set_.Title.resize(kMaxTitleLength);
 }
@@ -370,10 +437,25 @@ void Editor::SetBall(bool across, int keyCode, const std::string& text) {
     (across ? set_.Current().BallX : set_.Current().BallY) = static_cast<std::int16_t>(stored);
 }
 
-void Editor::txtBallx_KeyUp(int keyCode, const std::string& text) { SetBall(true, keyCode, text); }
-void Editor::txtBally_KeyUp(int keyCode, const std::string& text) { SetBall(false, keyCode, text); }
-void Editor::cmbBonus_Changed(const Bytes& text) { set_.BonusClock = text; }
-void Editor::cmbExLife_Changed(const Bytes& text) { set_.ExtraLifePoints = text; }
+void Editor::txtBallx_KeyUp(int keyCode, const std::string& text) {
+    StepRecorder step(*this, StepKind::BallX);
+    SetBall(true, keyCode, text);
+}
+
+void Editor::txtBally_KeyUp(int keyCode, const std::string& text) {
+    StepRecorder step(*this, StepKind::BallY);
+    SetBall(false, keyCode, text);
+}
+
+void Editor::cmbBonus_Changed(const Bytes& text) {
+    StepRecorder step(*this, StepKind::BonusClock);
+    set_.BonusClock = text;
+}
+
+void Editor::cmbExLife_Changed(const Bytes& text) {
+    StepRecorder step(*this, StepKind::ExtraLifePoints);
+    set_.ExtraLifePoints = text;
+}
 
 // ---- files ----
 
@@ -442,6 +524,7 @@ void Editor::ReadFromDialog(FormatId id, bool confirm) {
 void Editor::OpenLevelFile(FormatId id) {
     ReadFromDialog(id, true);
     ClosingSteps();
+    if (sink_) sink_->Clear();
 }
 
 void Editor::SaveLevelFile(FormatId id) {
@@ -478,11 +561,13 @@ void Editor::mnuOpenCode_Click() {
 
     ReadFromDialog(FormatId::Program, true);
     ClosingSteps();
+    if (sink_) sink_->Clear();
 }
 
 void Editor::mnuOpenSource_Click() {
     ReadFromDialog(FormatId::Source, false);  // reading source confirms nothing
     ClosingSteps();
+    if (sink_) sink_->Clear();
 }
 
 void Editor::mnuSaveCode_Click() {

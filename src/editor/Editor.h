@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "editor/History.h"
 #include "editor/Layout.h"
+#include "editor/WindowState.h"
 #include "editor/Prompts.h"
 #include "formats/Formats.h"
 #include "model/LevelSet.h"
@@ -27,44 +29,6 @@ namespace keys {
 inline constexpr int Backspace = 8, End = 35, Home = 36, Left = 37, Right = 39, Delete = 46;
 bool IsEditingKey(int keyCode);  // the six keys that leave a text box unchecked
 }  // namespace keys
-
-// Check marks of the Tricky menu entries.
-struct MenuMarks {
-    bool Spotted = false, CenterLine = false, ZigZag = false, Custom = false;
-    bool CustomShardles = false, WrapAround = false, ArrowBreakable = false, MatchLocks = false, Debugger = false;
-    bool Special = false;
-    bool operator==(const MenuMarks&) const = default;
-};
-
-// The picture a grid cell shows: a palette code 0..15, or kUnknownPicture for a code a damaged file brought.
-inline constexpr int kUnknownPicture = -1;
-
-struct WindowState {
-    int SelectedBlock = 0;
-    int focusedPalette = -1;  // the palette button that should have the focus, -1 none
-
-    std::vector<std::string> levelEntries;  // "Level 1" ... "Level N"
-    std::string levelText;                  // the level list's text
-    std::string levelCountLabel = "Number of Levels: 255";
-    std::string ballXText, ballYText;
-
-    MenuMarks marks;
-    bool shardlesControlsVisible = true;  // ball boxes, bonus and extra-life lists and their labels
-    bool createMenuVisible = true;
-    bool unusedMenuVisible = true;      // "&Unused Shardles" in the Tricky menu
-    bool optionsMenuVisible = true;     // "&Shardles Options" in the Tricky menu
-
-    GameKind gridKind = GameKind::Shardles;  // the kind the grid and palette were laid out for
-    std::vector<TwipRect> gridCells;
-    std::vector<int> shownPictures;          // per grid cell: the code whose picture it shows
-    std::array<TwipRect, 16> palette{};
-    std::array<std::string, 16> paletteFiles;
-    int paletteGeneration = 0;               // grows each time the palette pictures are (re)loaded
-
-    std::string status;  // one line on how the last read or write ended, when it says nothing itself
-
-    bool operator==(const WindowState&) const = default;
-};
 
 class Editor {
 public:
@@ -86,7 +50,7 @@ public:
     void mnuResetAll_Click();
 
     // The Tricky menu.
-    void Toggle(shd::Toggle which);
+    void Toggle(shd::Toggle which);  // a menu choice, or Yes to a debugger question
     void mnuSpecial_Click();
     void mnuCreateNormShd_Click();
     void mnuCreateChangeShd_Click();
@@ -131,14 +95,12 @@ public:
     // The live block count of the current level for the status bar.
     int LiveBlockCount() const;
 
-    // The whole editable state, for undo and redo.
-    struct Snapshot {
-        LevelSet set;
-        WindowState ui;
-        bool operator==(const Snapshot&) const = default;
-    };
-    Snapshot TakeSnapshot() const { return {set_, ui_}; }
-    void Restore(const Snapshot& snapshot);
+    // Undo and redo: every recorded action goes to the sink as one step.
+    void SetStepSink(StepSink* sink) { sink_ = sink; }
+    EditorState CaptureState() const;
+    void ApplyState(const EditorState& state);
+    // A drag's first cell opens its step; EndStroke closes it.
+    void BeginStroke();
 
 private:
     void NewSet(GameKind kind);
@@ -161,6 +123,13 @@ private:
     WindowState ui_;
     std::string lastFolder_;
     std::string iniPath_;
+
+    // Recording of undo steps: only the outermost action of a handler records.
+    friend class StepRecorder;
+    StepSink* sink_ = nullptr;
+    int recording_ = 0;
+    bool strokeOpen_ = false;
+    EditorState strokeBefore_;
 };
 
 }  // namespace shd

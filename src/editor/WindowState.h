@@ -1,0 +1,50 @@
+// What the main window shows, apart from the set itself.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "editor/Layout.h"
+
+namespace shd {
+
+// Check marks of the Tricky menu entries.
+struct MenuMarks {
+    bool Spotted = false, CenterLine = false, ZigZag = false, Custom = false;
+    bool CustomShardles = false, WrapAround = false, ArrowBreakable = false, MatchLocks = false, Debugger = false;
+    bool Special = false;
+    bool operator==(const MenuMarks&) const = default;
+};
+
+// The picture a grid cell shows: a palette code 0..15, or kUnknownPicture for a code a damaged file brought.
+inline constexpr int kUnknownPicture = -1;
+
+struct WindowState {
+    int SelectedBlock = 0;
+    int focusedPalette = -1;  // the palette button that should have the focus, -1 none
+
+    std::vector<std::string> levelEntries;  // "Level 1" ... "Level N"
+    std::string levelText;                  // the level list's text
+    std::string levelCountLabel = "Number of Levels: 255";
+    std::string ballXText, ballYText;
+
+    MenuMarks marks;
+    bool shardlesControlsVisible = true;  // ball boxes, bonus and extra-life lists and their labels
+    bool createMenuVisible = true;
+    bool unusedMenuVisible = true;      // "&Unused Shardles" in the Tricky menu
+    bool optionsMenuVisible = true;     // "&Shardles Options" in the Tricky menu
+
+    GameKind gridKind = GameKind::Shardles;  // the kind the grid and palette were laid out for
+    std::vector<TwipRect> gridCells;
+    std::vector<int> shownPictures;          // per grid cell: the code whose picture it shows
+    std::array<TwipRect, 16> palette{};
+    std::array<std::string, 16> paletteFiles;
+    int paletteGeneration = 0;               // grows each time the palette pictures are (re)loaded
+
+    std::string status;  // one line on how the last read or write ended, when it says nothing itself
+
+    bool operator==(const WindowState&) const = default;
+};
+
+}  // namespace shd
