@@ -266,20 +266,5 @@ TEST(MyFileReader, AStoppedReadKeepsWhatWasRead) {
     EXPECT_EQ(counted.set.LevelCount(), 1);
 }
 
-TEST(MyFileReader, LargeNumbersAtTheEdgesOfTheirFields) {
-    auto lines = SampleLines();
-    lines[11] = "255,0," + ZeroRow(58);
-    lines[14] = "-32768,32767,-1,0";
-    lines[15] = "#FALSE#,-32768,32767,0,-5";
-    const ReadResult result = ReadMyFile(JoinCrLf(lines));
-    ASSERT_TRUE(result.complete()) << result.outcome.where << ": " << result.outcome.why;
-    EXPECT_EQ(result.set.CustomShardlePicture.at(1), 255);
-    EXPECT_EQ(result.set.Layout(1).BlockCount, -32768);
-    EXPECT_EQ(result.set.Layout(1).LastBlockCount, 32767);
-    EXPECT_EQ(result.set.Record(1).CustomChangerCount, -32768);
-    EXPECT_FALSE(result.set.Record(1).CenterLineUnused);
-    EXPECT_EQ(result.set.Record(1).SpecialUnusedCount, -5);
-}
-
 }  // namespace
 }  // namespace shd

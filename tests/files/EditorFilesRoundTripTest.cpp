@@ -82,24 +82,6 @@ TEST(EditorFileRoundTrip, GeneratedSetsComeBackAsTheFileCarriesThem) {
     }
 }
 
-TEST(EditorFileRoundTrip, UnstoredFieldsComeBackAsInAFreshSet) {
-    LevelSet set = test::RandomSet(SetShape{GameKind::Shardles, 3, true}, 7);
-    FillTheRest(set, 7);
-    const ReadResult read = ReadMyFile(WriteMyFile(set).bytes);
-    ASSERT_TRUE(read.complete());
-    for (int level = 1; level <= 3; ++level) {
-        const LevelRecord& record = read.set.Record(level);
-        EXPECT_EQ(record.CenterLineUnused, set.Record(level).CenterLineUnused);
-        EXPECT_FALSE(record.SpottedUnused || record.ZigZagUnused || record.CustomUnused);
-        EXPECT_EQ(record.SpottedCount + record.ZigZagCount + record.CenterLineCount + record.CenterLineChangerCount +
-                      record.CustomCount,
-                  0);
-    }
-    const ReadResult list = ReadListFile(WriteListFile(set).bytes);
-    ASSERT_TRUE(list.complete());
-    for (int level = 1; level <= 3; ++level) EXPECT_EQ(list.set.Record(level), LevelRecord{});
-}
-
 // Every file cut after each of its lines stops at the line that is missing.
 TEST(EditorFileDamage, FilesCutAfterAnyLineStopOnTheNextOne) {
     const LevelSet shardles = test::RandomSet(SetShape{GameKind::Shardles, 2, true}, 11);
