@@ -527,22 +527,30 @@ void Editor::OpenLevelFile(FormatId id) {
     if (sink_) sink_->Clear();
 }
 
+// Writes the set in `format` to `path`; a refusal is shown, a disk failure
+// goes to the status line. True when the file was written.
+bool Editor::WriteSet(const Format& format, const std::string& path, const std::string& title) {
+    const WriteResult written = format.write(set_, title);
+    if (!written.ok) {
+        prompts_.Message(written.message);
+        return false;
+    }
+    std::string error;
+    if (!WriteFileAtomic(path, written.bytes, &error)) {
+        ui_.status = "Could not save " + FileTitleOf(path) + ": " + error;
+        return false;
+    }
+    ui_.status.clear();
+    return true;
+}
+
 void Editor::SaveLevelFile(FormatId id) {
     const Format& format = GetFormat(id);
     if (!CountAllLevels()) return;
     const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_);
-    if (!choice.path.empty()) {
-        const WriteResult written = format.write(set_, choice.title);
-        std::string error;
-        if (!written.ok) {
-            prompts_.Message(written.message);
-        } else if (WriteFileAtomic(choice.path, written.bytes, &error)) {
-            ui_.status.clear();
-            prompts_.Message("Saved Succesfully!");
-            RememberFolder(choice.path);
-        } else {
-            ui_.status = "Could not save " + FileTitleOf(choice.path) + ": " + error;
-        }
+    if (!choice.path.empty() && WriteSet(format, choice.path, choice.title)) {
+        prompts_.Message("Saved Succesfully!");
+        RememberFolder(choice.path);
     }
     ClosingSteps();
 }
@@ -578,22 +586,11 @@ void Editor::mnuSaveCode_Click() {
         prompts_.Message(
             "This name has to be 8 characters long because this is the name that is shown in the Calculator!");
     } else if (!choice.path.empty()) {
-        const std::string name = CalculatorName(choice.title);
-        if (name.empty()) {
+        if (CalculatorName(choice.title).empty()) {
             ui_.status = "Could not compile: the file name " + choice.title + " is too short";
-        } else {
-            const WriteResult written = format.write(set_, choice.title);
-            const std::string path = WithProgramExtension(choice.path);
-            std::string error;
-            if (!written.ok) {
-                prompts_.Message(written.message);
-            } else if (WriteFileAtomic(path, written.bytes, &error)) {
-                ui_.status.clear();
-                prompts_.Message("Succesfully compiled!");
-                RememberFolder(choice.path);
-            } else {
-                ui_.status = "Could not save " + FileTitleOf(path) + ": " + error;
-            }
+        } else if (WriteSet(format, WithProgramExtension(choice.path), choice.title)) {
+            prompts_.Message("Succesfully compiled!");
+            RememberFolder(choice.path);
         }
     }
     ClosingSteps();
@@ -602,22 +599,13 @@ void Editor::mnuSaveCode_Click() {
 void Editor::mnuSaveSource_Click() {
     const Format& format = GetFormat(FormatId::Source);
     const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_);
-    if (!choice.path.empty()) {
-        const WriteResult written = format.write(set_, choice.title);
-        std::string error;
-        if (!written.ok) {
-            prompts_.Message(written.message);
-        } else if (WriteFileAtomic(choice.path, written.bytes, &error)) {
-            ui_.status.clear();
-            // The writer walks the levels with the current level, leaving the last one current.
-            set_.CurrentLevel = set_.LevelCount();
-            ShowCurrentLevelInList();
-            prompts_.Message("Saved Succesfully");
-            RememberFolder(choice.path);
-            RunDebuggerIfOn();
-        } else {
-            ui_.status = "Could not save " + FileTitleOf(choice.path) + ": " + error;
-        }
+    if (!choice.path.empty() && WriteSet(format, choice.path, choice.title)) {
+        // The writer walks the levels with the current level, leaving the last one current.
+        set_.CurrentLevel = set_.LevelCount();
+        ShowCurrentLevelInList();
+        prompts_.Message("Saved Succesfully");
+        RememberFolder(choice.path);
+        RunDebuggerIfOn();
     }
     ClosingSteps();
 }

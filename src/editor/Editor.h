@@ -108,6 +108,7 @@ private:
     void AddLevel();
     void ClosingSteps();
     void ReadFromDialog(FormatId format, bool confirm);
+    bool WriteSet(const Format& format, const std::string& path, const std::string& title);
     void RunDebuggerIfOn();
     void AdoptSet(LevelSet&& set);
     bool CountAllLevels();  // false: a Shardles level has no last blocks (it is then shown)
