@@ -1,0 +1,58 @@
+#include "gui/BlockPictures.h"
+
+#include <QDir>
+#include <QFont>
+#include <QImageReader>
+#include <QPainter>
+
+#include "gui/Text.h"
+
+namespace shd::gui {
+
+namespace {
+// Drawn at the size of a Shardles cell on a 96 DPI screen, like the files.
+constexpr int kTileWidth = 40;
+constexpr int kTileHeight = 30;
+
+QString HexDigit(int code) { return QString::number(code, 16).toUpper(); }
+}  // namespace
+
+BlockPictures::BlockPictures() : unknown_(Tile(QStringLiteral("?"))) {
+    for (int code = 0; code < 16; ++code) {
+        pictures_[static_cast<std::size_t>(code)] = Tile(HexDigit(code));
+        drawn_[static_cast<std::size_t>(code)] = true;
+    }
+}
+
+QPixmap BlockPictures::Tile(const QString& text) {
+    QPixmap tile(kTileWidth, kTileHeight);
+    tile.fill(QColor(224, 224, 224));
+    QPainter painter(&tile);
+    painter.setPen(QColor(96, 96, 96));
+    painter.drawRect(0, 0, kTileWidth - 1, kTileHeight - 1);
+    QFont font = painter.font();
+    font.setPixelSize(18);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(Qt::black);
+    painter.drawText(tile.rect(), Qt::AlignCenter, text);
+    return tile;
+}
+
+void BlockPictures::Load(const QString& folder, const std::array<std::string, 16>& files) {
+    const QDir dir(folder);
+    for (int code = 0; code < 16; ++code) {
+        const auto k = static_cast<std::size_t>(code);
+        QImageReader reader(dir.filePath(PathText(files[k])));
+        const QImage image = reader.read();
+        drawn_[k] = image.isNull();
+        pictures_[k] = drawn_[k] ? Tile(HexDigit(code)) : QPixmap::fromImage(image);
+    }
+}
+
+const QPixmap& BlockPictures::Of(int code) const {
+    if (code < 0 || code > 15) return unknown_;
+    return pictures_[static_cast<std::size_t>(code)];
+}
+
+}  // namespace shd::gui

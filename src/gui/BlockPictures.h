@@ -1,0 +1,33 @@
+// The sixteen palette pictures of the current game. A grid cell shows the
+// very pixmap of the palette button of its code.
+#pragma once
+
+#include <QPixmap>
+#include <QString>
+#include <array>
+#include <string>
+
+namespace shd::gui {
+
+class BlockPictures {
+public:
+    BlockPictures();
+
+    // Reads the sixteen files from `folder`; a file that is missing or
+    // unreadable is replaced by a drawn tile, without a word.
+    void Load(const QString& folder, const std::array<std::string, 16>& files);
+
+    // The picture of a code, or the "?" tile for anything outside 0..15.
+    const QPixmap& Of(int code) const;
+    bool IsDrawnTile(int code) const { return code >= 0 && code < 16 && drawn_[static_cast<std::size_t>(code)]; }
+
+    // The stand-ins: a plain square with the code's hex digit, or with "?".
+    static QPixmap Tile(const QString& text);
+
+private:
+    std::array<QPixmap, 16> pictures_;
+    std::array<bool, 16> drawn_{};
+    QPixmap unknown_;
+};
+
+}  // namespace shd::gui

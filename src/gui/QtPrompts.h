@@ -1,0 +1,53 @@
+// The editor's dialogs as real Qt dialogs.
+#pragma once
+
+#include <QString>
+#include <functional>
+
+#include "editor/Prompts.h"
+#include "gui/Twips.h"
+
+class QWidget;
+
+namespace shd::gui {
+
+// "label|pattern;pattern|label|pattern" as Qt wants it: "label (pattern pattern);;label (pattern)".
+QString QtFilter(const std::string& filter);
+
+class QtPrompts : public Prompts {
+public:
+    QtPrompts(QWidget* parent, ScreenMetrics metrics) : parent_(parent), metrics_(metrics) {}
+
+    void Message(const std::string& text) override;
+    bool AskYesNo(const std::string& text) override;
+    Answer AskYesNoCancel(const std::string& text) override;
+    std::string InputBox(const std::string& prompt, const std::string& defaultAnswer) override;
+    FileChoice OpenFileDialog(const std::string& filter, const std::string& folder) override;
+    FileChoice SaveFileDialog(const std::string& filter, const std::string& folder) override;
+    bool EditPicture(CustomPieceEdit& edit) override;
+
+private:
+    QWidget* parent_;
+    ScreenMetrics metrics_;
+};
+
+// Runs a callback before every prompt, then passes it on: the window redraws
+// itself from the state first, so a question shows what caused it.
+class SyncingPrompts : public Prompts {
+public:
+    SyncingPrompts(Prompts& inner, std::function<void()> before) : inner_(inner), before_(std::move(before)) {}
+
+    void Message(const std::string& text) override;
+    bool AskYesNo(const std::string& text) override;
+    Answer AskYesNoCancel(const std::string& text) override;
+    std::string InputBox(const std::string& prompt, const std::string& defaultAnswer) override;
+    FileChoice OpenFileDialog(const std::string& filter, const std::string& folder) override;
+    FileChoice SaveFileDialog(const std::string& filter, const std::string& folder) override;
+    bool EditPicture(CustomPieceEdit& edit) override;
+
+private:
+    Prompts& inner_;
+    std::function<void()> before_;
+};
+
+}  // namespace shd::gui

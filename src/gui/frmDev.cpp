@@ -1,0 +1,419 @@
+#include "gui/frmDev.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QButtonGroup>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDir>
+#include <QFontMetrics>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QStandardPaths>
+
+#include "gui/KeyCodes.h"
+#include "gui/Text.h"
+#include "gui/Widgets.h"
+
+namespace shd::gui {
+
+namespace {
+const QColor kGrey(192, 192, 192);
+constexpr int kButtonPadding = 4;  // pixels a button's caption keeps from each side
+
+std::optional<MouseButton> ButtonOf(Qt::MouseButton button) {
+    switch (button) {
+    case Qt::LeftButton: return MouseButton::Left;
+    case Qt::RightButton: return MouseButton::Right;
+    case Qt::MiddleButton: return MouseButton::Middle;
+    default: return std::nullopt;
+    }
+}
+
+QLabel* MakeLabel(QWidget* parent, const char* name, const char* caption, const ScreenMetrics& m, TwipRect place) {
+    auto* label = new QLabel(parent);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setText(QString::fromLatin1(caption));
+    label->setGeometry(m.Rect(place));
+    return label;
+}
+
+QComboBox* MakeCombo(QWidget* parent, const char* name, const QStringList& items, const ScreenMetrics& m,
+                     TwipRect place) {
+    auto* combo = new QComboBox(parent);
+    combo->setObjectName(QString::fromLatin1(name));
+    combo->setEditable(true);
+    // Typed text is the setting itself; it never becomes a list entry.
+    combo->setInsertPolicy(QComboBox::NoInsert);
+    combo->addItems(items);
+    combo->setGeometry(m.Rect(place));
+    return combo;
+}
+
+QLineEdit* MakeTextBox(QWidget* parent, const char* name, const char* text, const ScreenMetrics& m,
+                       TwipRect place) {
+    auto* box = new QLineEdit(QString::fromLatin1(text), parent);
+    box->setObjectName(QString::fromLatin1(name));
+    box->setGeometry(m.Rect(place));
+    return box;
+}
+
+// The captions stand in controls sized for a small, narrow sans serif: take
+// the desktop's sans serif narrowed, at 8 points or as much less as it takes
+// for every caption to fit.
+QFont FittingFont(const ScreenMetrics& m, const std::vector<std::pair<QString, int>>& captions) {
+    QFont font = QApplication::font();
+    font.setStretch(QFont::Condensed);
+    const int largest = std::max(8, m.Y(160));  // 8 points
+    for (int pixels = largest; pixels >= 8; --pixels) {
+        font.setPixelSize(pixels);
+        const QFontMetrics fm(font);
+        bool fits = true;
+        for (const auto& [caption, room] : captions) fits = fits && fm.horizontalAdvance(caption) <= room;
+        if (fits) break;
+    }
+    return font;
+}
+
+// Rewrites a box only when the state says something else, so typing is left alone.
+void ShowText(QLineEdit* box, const QString& text) {
+    if (box->text() == text) return;
+    box->setText(text);
+    box->setCursorPosition(static_cast<int>(text.size()));
+}
+
+void ShowText(QComboBox* combo, const QString& text) {
+    if (combo->currentText() == text) return;
+    combo->setEditText(text);
+    if (QLineEdit* edit = combo->lineEdit()) edit->setCursorPosition(static_cast<int>(text.size()));
+}
+}  // namespace
+
+QString SettingsPath(const QString& programFolder) {
+    const QFileInfo folder(programFolder);
+    if (folder.isDir() && folder.isWritable()) return QDir(programFolder).filePath(QStringLiteral("info.ini"));
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+    QDir().mkpath(config);
+    return QDir(config).filePath(QStringLiteral("info.ini"));
+}
+
+frmDev::frmDev(Prompts* prompts, std::optional<ScreenMetrics> metrics, QWidget* parent)
+    : QMainWindow(parent),
+      metrics_(metrics ? *metrics : ScreenMetrics::Of(nullptr)),
+      ownPrompts_(prompts ? nullptr : std::make_unique<QtPrompts>(this, metrics_)),
+      prompts_(std::make_unique<SyncingPrompts>(prompts ? *prompts : *ownPrompts_, [this] { SyncFromState(); })),
+      editor_(*prompts_, metrics_.WidthInTwips(), metrics_.HeightInTwips()) {
+    setObjectName(QStringLiteral("frmDev"));
+    setWindowTitle(QString::fromLatin1(kWindowCaption));
+    QPalette grey = palette();
+    grey.setColor(QPalette::Window, kGrey);
+    setPalette(grey);
+
+    background_ = new Background(this);
+    background_->setAutoFillBackground(true);
+    setCentralWidget(background_);
+    connect(background_, &Background::pressed, this, &frmDev::BackgroundPressed);
+
+    BuildControls();
+    BuildMenus();
+    std::vector<std::pair<QString, int>> captions;
+    for (QLabel* label : background_->findChildren<QLabel*>())
+        captions.emplace_back(QString(label->text()).remove(QLatin1Char('&')), label->width());
+    for (QPushButton* button : {cmdAddLev_, cmdLoseLev_})
+        captions.emplace_back(button->text(), button->width() - 2 * kButtonPadding);
+    background_->setFont(FittingFont(metrics_, captions));
+    Sync(false);
+}
+
+frmDev::~frmDev() = default;
+
+void frmDev::BuildControls() {
+    const ScreenMetrics& m = metrics_;
+    auto* group = new QButtonGroup(this);
+    group->setExclusive(true);
+    for (int code = 0; code < 16; ++code) {
+        auto* button = new PaletteButton(code, background_);
+        button->setObjectName(QStringLiteral("optBlocks%1").arg(code));
+        group->addButton(button, code);
+        connect(button, &QAbstractButton::clicked, this, [this, code] { Run([&] { editor_.optBlocks_Click(code); }); });
+        connect(button, &PaletteButton::keyDown, this,
+                [this](int key) { Run([&] { editor_.optBlocks_KeyDown(key); }, true); });
+        palette_[static_cast<std::size_t>(code)] = button;
+    }
+
+    lblTitle_ = MakeLabel(background_, "lblTitle", "&Level Name", m, {2115, 1080, 2160, 255});
+    txtTitle_ = MakeTextBox(background_, "txtTitle", "Please Add a title", m, {2115, 1560, 2160, 285});
+    lblTitle_->setBuddy(txtTitle_);
+    lblLevel_ = MakeLabel(background_, "lblLevel", "Number of Levels: 255", m, {4680, 1080, 2115, 255});
+    cmdAddLev_ = new QPushButton(QStringLiteral("Add a Level"), background_);
+    cmdAddLev_->setObjectName(QStringLiteral("cmdAddLev"));
+    cmdAddLev_->setGeometry(m.Rect(4680, 1560, 1000, 375));
+    cmdLoseLev_ = new QPushButton(QStringLiteral("Lose a  Level"), background_);
+    cmdLoseLev_->setObjectName(QStringLiteral("cmdLoseLev"));
+    cmdLoseLev_->setGeometry(m.Rect(5680, 1560, 1115, 375));
+    lblLevels_ = MakeLabel(background_, "lblLevels", "Current Level/Change Level", m, {7320, 1080, 2295, 255});
+    cmbLevels_ = MakeCombo(background_, "cmbLevels", {QStringLiteral("Level 1")}, m, {7320, 1560, 2295, 315});
+    lblBonus_ = MakeLabel(background_, "lblBonus", "&Bonus Clock start number", m, {720, 2640, 1815, 255});
+    cmbBonus_ = MakeCombo(background_, "cmbBonus",
+                          {QStringLiteral("30"), QStringLiteral("60"), QStringLiteral("90"), QStringLiteral("120")},
+                          m, {720, 3120, 1815, 315});
+    lblBonus_->setBuddy(cmbBonus_);
+    lblExLife_ = MakeLabel(background_, "lblExLife", "&Extra Life Point Number:", m, {720, 4200, 1815, 255});
+    QStringList points;
+    for (int p = 100; p <= 800; p += 100) points << QString::number(p);
+    cmbExLife_ = MakeCombo(background_, "cmbExLife", points, m, {720, 4680, 1815, 315});
+    lblExLife_->setBuddy(cmbExLife_);
+    lblBallx_ = MakeLabel(background_, "lblBallx", "Ball starts to the &right:", m, {9360, 2640, 1575, 255});
+    txtBallx_ = MakeTextBox(background_, "txtBallx", "", m, {9480, 3120, 1335, 315});
+    lblBallx_->setBuddy(txtBallx_);
+    lblBally_ = MakeLabel(background_, "lblBally", "Ball starts &down:", m, {9480, 4200, 1335, 255});
+    txtBally_ = MakeTextBox(background_, "txtBally", "", m, {9480, 4680, 1335, 315});
+    lblBally_->setBuddy(txtBally_);
+
+    connect(cmdAddLev_, &QPushButton::clicked, this, [this] { Run([&] { editor_.cmdAddLev_Click(); }); });
+    connect(cmdLoseLev_, &QPushButton::clicked, this, [this] { Run([&] { editor_.cmdLoseLev_Click(); }); });
+    connect(cmbLevels_, &QComboBox::activated, this,
+            [this](int index) { Run([&] { editor_.cmbLevels_Click(index); }); });
+    connect(txtTitle_, &QLineEdit::textEdited, this,
+            [this](const QString& text) { Run([&] { editor_.txtTitle_Changed(ToBytes(text)); }); });
+    connect(cmbBonus_, &QComboBox::editTextChanged, this, [this](const QString& text) {
+        if (!syncing_) Run([&] { editor_.cmbBonus_Changed(ToBytes(text)); });
+    });
+    connect(cmbExLife_, &QComboBox::editTextChanged, this, [this](const QString& text) {
+        if (!syncing_) Run([&] { editor_.cmbExLife_Changed(ToBytes(text)); });
+    });
+    for (QLineEdit* box : {txtTitle_, txtBallx_, txtBally_}) box->installEventFilter(this);
+}
+
+QMenu* frmDev::AddMenu(QWidget* parent, const char* caption, const char* name) {
+    auto* menu = new QMenu(QString::fromLatin1(caption), parent);
+    menu->setObjectName(QString::fromLatin1(name));
+    menu->menuAction()->setObjectName(QString::fromLatin1(name));
+    if (auto* bar = qobject_cast<QMenuBar*>(parent)) bar->addMenu(menu);
+    else if (auto* owner = qobject_cast<QMenu*>(parent)) owner->addMenu(menu);
+    return menu;
+}
+
+QAction* frmDev::AddAction(QMenu* menu, const char* caption, const char* name, std::function<void()> handler,
+                           bool focusPalette) {
+    QAction* action = menu->addAction(QString::fromLatin1(caption));
+    action->setObjectName(QString::fromLatin1(name));
+    connect(action, &QAction::triggered, this,
+            [this, handler = std::move(handler), focusPalette] { Run(handler, focusPalette); });
+    return action;
+}
+
+void frmDev::BuildMenus() {
+    Editor& e = editor_;
+    QMenuBar* bar = menuBar();
+
+    QMenu* mnuFile = AddMenu(bar, "&File", "mnuFile");
+    QMenu* mnuNew = AddMenu(mnuFile, "&New", "mnuNew");
+    // A new set puts the focus on palette button 0.
+    AddAction(mnuNew, "&Shardles File", "mnuNewShd", [&e] { e.mnuNewShd_Click(); }, true);
+    AddAction(mnuNew, "&Tiltbash File", "mnuNewTil", [&e] { e.mnuNewTil_Click(); }, true);
+    QMenu* mnuOpen = AddMenu(mnuFile, "&Open", "mnuOpen");
+    AddAction(mnuOpen, "&My File", "mnuOpenMyFile", [&e] { e.OpenLevelFile(FormatId::MyFile); });
+    AddAction(mnuOpen, "&Old My File", "mnuOpenOld", [&e] { e.OpenLevelFile(FormatId::OldMyFile); });
+    AddAction(mnuOpen, "&TI-83 List", "mnuOpenList", [&e] { e.OpenLevelFile(FormatId::List); });
+    AddAction(mnuOpen, "&Compiled Code", "mnuOpenCode", [&e] { e.mnuOpenCode_Click(); });
+    AddAction(mnuOpen, "&Source Code", "mnuOpenSource", [&e] { e.mnuOpenSource_Click(); });
+    QMenu* mnuSave = AddMenu(mnuFile, "&Save", "mnuSave");
+    AddAction(mnuSave, "&My File", "mnuSaveMyFile", [&e] { e.SaveLevelFile(FormatId::MyFile); });
+    AddAction(mnuSave, "&TI-83 List", "mnuSaveList", [&e] { e.SaveLevelFile(FormatId::List); });
+    AddAction(mnuSave, "&Compiled Code", "mnuSaveCode", [&e] { e.mnuSaveCode_Click(); });
+    AddAction(mnuSave, "&Source Code", "mnuSaveSource", [&e] { e.mnuSaveSource_Click(); });
+    mnuFile->addSeparator()->setObjectName(QStringLiteral("mnu"));
+    QAction* mnuExit = mnuFile->addAction(QStringLiteral("E&xit"));
+    mnuExit->setObjectName(QStringLiteral("mnuExit"));
+    connect(mnuExit, &QAction::triggered, this, &QWidget::close);  // closing asks what closing asks
+
+    mnuCreate_ = AddMenu(bar, "&Create", "mnuCreate");
+    AddAction(mnuCreate_, "&Normal Shardle", "mnuCreateNormShd", [&e] { e.mnuCreateNormShd_Click(); });
+    AddAction(mnuCreate_, "&Changer Shardle", "mnuCreateChangeShd", [&e] { e.mnuCreateChangeShd_Click(); });
+
+    mnuTrickey_ = AddMenu(bar, "&Tricky", "mnuTrickey");
+    mnuUn_ = AddMenu(mnuTrickey_, "&Unused Shardles", "mnuUn");
+    mnuShdOp_ = AddMenu(mnuTrickey_, "&Shardles Options", "mnuShdOp");
+    auto toggle = [&](QMenu* menu, const char* caption, const char* name, Toggle which, bool MenuMarks::*mark) {
+        QAction* action = AddAction(menu, caption, name, [&e, which] { e.Toggle(which); });
+        action->setCheckable(true);
+        marks_.push_back({action, mark});
+    };
+    toggle(mnuUn_, "&Spotted", "mnuSpot", Toggle::Spotted, &MenuMarks::Spotted);
+    toggle(mnuUn_, "Center-&line", "mnuCenter", Toggle::CenterLine, &MenuMarks::CenterLine);
+    toggle(mnuUn_, "&Zig-Zag", "mnuZig", Toggle::ZigZag, &MenuMarks::ZigZag);
+    toggle(mnuUn_, "&Custom", "mnuCust", Toggle::Custom, &MenuMarks::Custom);
+    toggle(mnuShdOp_, "Use &Custom Shardles", "mnuCus", Toggle::CustomShardles, &MenuMarks::CustomShardles);
+    toggle(mnuShdOp_, "&Use Wrap Around", "mnuWrap", Toggle::WrapAround, &MenuMarks::WrapAround);
+    toggle(mnuShdOp_, "&Arrow Blocks Are Breakable", "mnuArrow", Toggle::ArrowBreakable, &MenuMarks::ArrowBreakable);
+    toggle(mnuShdOp_, "&Match # of Locks to # of Blocks", "mnuMatch", Toggle::MatchLocks, &MenuMarks::MatchLocks);
+    toggle(mnuShdOp_, "Use &Shardles Debugger", "mnuUse", Toggle::Debugger, &MenuMarks::Debugger);
+    QAction* special = AddAction(mnuTrickey_, "&Special Unused Blocks", "mnuSpecial", [&e] { e.mnuSpecial_Click(); });
+    special->setCheckable(true);
+    marks_.push_back({special, &MenuMarks::Special});
+    AddAction(mnuTrickey_, "&Reset All", "mnuResetAll", [&e] { e.mnuResetAll_Click(); });
+}
+
+void frmDev::Start(const QString& iniPath, const QString& programFolder) {
+    programFolder_ = programFolder;
+    Run([&] { editor_.FormLoad(PathBytes(iniPath), PathBytes(programFolder)); }, true);
+}
+
+void frmDev::Run(const std::function<void()>& handler, bool focusPalette) {
+    handler();
+    Sync(focusPalette);
+}
+
+void frmDev::SyncFromState() { Sync(false); }
+
+void frmDev::Sync(bool focusPalette) {
+    const bool wasSyncing = syncing_;
+    syncing_ = true;
+    const WindowState& ui = editor_.ui();
+
+    if (ui.paletteGeneration != loadedGeneration_) {
+        if (ui.paletteGeneration > 0) pictures_.Load(programFolder_, ui.paletteFiles);
+        loadedGeneration_ = ui.paletteGeneration;
+    }
+    for (int code = 0; code < 16; ++code) {
+        PaletteButton* button = palette_[static_cast<std::size_t>(code)];
+        button->setGeometry(metrics_.Rect(ui.palette[static_cast<std::size_t>(code)]));
+        button->setPicture(pictures_.Of(code));
+        // Like a group of option buttons, the palette is one stop for Tab: its chosen button.
+        button->setFocusPolicy(code == ui.SelectedBlock ? Qt::StrongFocus : Qt::ClickFocus);
+    }
+    if (ui.SelectedBlock >= 0 && ui.SelectedBlock < 16) palette_[static_cast<std::size_t>(ui.SelectedBlock)]->setChecked(true);
+
+    SyncGrid();
+    SyncTexts();
+    SyncMenus();
+
+    const bool shardles = ui.shardlesControlsVisible;
+    for (QWidget* w : std::initializer_list<QWidget*>{lblBonus_, cmbBonus_, lblExLife_, cmbExLife_, lblBallx_,
+                                                      txtBallx_, lblBally_, txtBally_})
+        w->setVisible(shardles);
+
+    if (focusPalette && ui.focusedPalette >= 0 && ui.focusedPalette < 16) {
+        PaletteButton* button = palette_[static_cast<std::size_t>(ui.focusedPalette)];
+        button->setFocus(Qt::OtherFocusReason);
+        button->setChecked(true);
+    }
+    syncing_ = wasSyncing;
+}
+
+void frmDev::SyncGrid() {
+    const WindowState& ui = editor_.ui();
+    const std::size_t count = ui.gridCells.size();
+    while (cells_.size() > count) {
+        delete cells_.back();
+        cells_.pop_back();
+    }
+    while (cells_.size() < count) {
+        auto* cell = new PictureCell(static_cast<int>(cells_.size()), background_);
+        cell->setObjectName(QStringLiteral("pctBox%1").arg(cells_.size()));
+        connect(cell, &PictureCell::pressed, this, &frmDev::CellPressed);
+        connect(cell, &PictureCell::released, this, [this](int, Qt::MouseButton button) { CellReleased(button); });
+        cell->show();
+        cells_.push_back(cell);
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        cells_[i]->setGeometry(metrics_.Rect(ui.gridCells[i]));
+        const int code = i < ui.shownPictures.size() ? ui.shownPictures[i] : 0;
+        cells_[i]->setPicture(pictures_.Of(code));
+    }
+}
+
+void frmDev::SyncTexts() {
+    const WindowState& ui = editor_.ui();
+    const LevelSet& set = editor_.set();
+    lblLevel_->setText(ToQt(ui.levelCountLabel));
+    ShowText(txtTitle_, ToQt(set.Title));
+    ShowText(txtBallx_, ToQt(ui.ballXText));
+    ShowText(txtBally_, ToQt(ui.ballYText));
+
+    QStringList entries;
+    for (const std::string& entry : ui.levelEntries) entries << ToQt(entry);
+    bool same = cmbLevels_->count() == entries.size();
+    for (int i = 0; same && i < cmbLevels_->count(); ++i) same = cmbLevels_->itemText(i) == entries[i];
+    if (!same) {
+        cmbLevels_->clear();
+        cmbLevels_->addItems(entries);
+    }
+    ShowText(cmbLevels_, ToQt(ui.levelText));
+    ShowText(cmbBonus_, ToQt(set.BonusClock));
+    ShowText(cmbExLife_, ToQt(set.ExtraLifePoints));
+}
+
+void frmDev::SyncMenus() {
+    const WindowState& ui = editor_.ui();
+    for (const Mark& m : marks_) m.action->setChecked(ui.marks.*(m.mark));
+    mnuCreate_->menuAction()->setVisible(ui.createMenuVisible);
+    mnuUn_->menuAction()->setVisible(ui.unusedMenuVisible);
+    mnuShdOp_->menuAction()->setVisible(ui.optionsMenuVisible);
+}
+
+// ---- mouse ----
+
+// The cell where a press began takes the release. A drag that paints every
+// cell it crosses would call PaintCell here and on each cell entered, and
+// EndStroke on the release.
+void frmDev::CellPressed(int index, Qt::MouseButton button) {
+    if (!stroke_) stroke_ = Stroke{index, button};
+}
+
+void frmDev::CellReleased(Qt::MouseButton button) {
+    if (!stroke_ || stroke_->button != button) return;
+    const Stroke stroke = *stroke_;
+    stroke_.reset();
+    if (const auto b = ButtonOf(button)) Run([&] { editor_.pctBox_MouseUp(stroke.cell, *b); });
+}
+
+void frmDev::BackgroundPressed(Qt::MouseButton button, QPoint globalPosition) {
+    const auto b = ButtonOf(button);
+    if (!b) return;
+    bool popUp = false;
+    Run([&] { popUp = editor_.Form_MouseDown(*b); });
+    if (popUp) mnuTrickey_->popup(globalPosition);
+}
+
+// ---- keys and closing ----
+
+bool frmDev::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyRelease) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        // One key-up per key, however long it was held.
+        if (!key->isAutoRepeat()) {
+            const int vk = VirtualKey(*key);
+            if (watched == txtTitle_) {
+                Run([&] { editor_.txtTitle_KeyUp(vk); });
+            } else if (watched == txtBallx_) {
+                const std::string text = ToBytes(txtBallx_->text());
+                Run([&] { editor_.txtBallx_KeyUp(vk, text); });
+            } else if (watched == txtBally_) {
+                const std::string text = ToBytes(txtBally_->text());
+                Run([&] { editor_.txtBally_KeyUp(vk, text); });
+            }
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void frmDev::closeEvent(QCloseEvent* event) {
+    bool mayClose = false;
+    Run([&] { mayClose = editor_.FormQueryUnload(); });
+    if (!mayClose) {
+        event->ignore();
+        return;
+    }
+    editor_.FormUnload();
+    event->accept();
+}
+
+}  // namespace shd::gui

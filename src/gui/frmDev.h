@@ -1,0 +1,126 @@
+// The main window: shows the editor's state and hands every event to the
+// editor's handler for it. No rule of the program lives here.
+#pragma once
+
+#include <QMainWindow>
+#include <QString>
+#include <array>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "editor/Editor.h"
+#include "gui/BlockPictures.h"
+#include "gui/QtPrompts.h"
+#include "gui/Twips.h"
+
+class QAction;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QPushButton;
+
+namespace shd::gui {
+
+class Background;
+class PaletteButton;
+class PictureCell;
+
+// Where "info.ini" lives: beside the program, or in the user's configuration
+// folder when the program's folder cannot be written.
+QString SettingsPath(const QString& programFolder);
+
+class frmDev : public QMainWindow {
+    Q_OBJECT
+public:
+    // With no prompts the window shows real dialogs; with no metrics it measures the primary screen.
+    explicit frmDev(Prompts* prompts = nullptr, std::optional<ScreenMetrics> metrics = std::nullopt,
+                    QWidget* parent = nullptr);
+    ~frmDev() override;
+
+    // Form_Load: the last folder from `iniPath`, a new Shardles set, palette button 0 focused.
+    // The block pictures are read from `programFolder`.
+    void Start(const QString& iniPath, const QString& programFolder);
+
+    Editor& editor() { return editor_; }
+    const ScreenMetrics& metrics() const { return metrics_; }
+    const BlockPictures& pictures() const { return pictures_; }
+
+    PaletteButton* paletteButton(int code) const { return palette_[static_cast<std::size_t>(code)]; }
+    int cellCount() const { return static_cast<int>(cells_.size()); }
+    PictureCell* cell(int index) const { return cells_[static_cast<std::size_t>(index)]; }
+    QMenu* trickyMenu() const { return mnuTrickey_; }
+
+    // Shows the state: every control, picture, text, check mark and visibility.
+    void SyncFromState();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void BuildControls();
+    void BuildMenus();
+    QMenu* AddMenu(QWidget* parent, const char* caption, const char* name);
+    QAction* AddAction(QMenu* menu, const char* caption, const char* name, std::function<void()> handler,
+                       bool focusPalette = false);
+    // Runs one handler of the editor, then shows the state it left.
+    void Run(const std::function<void()>& handler, bool focusPalette = false);
+    void Sync(bool focusPalette);
+    void SyncGrid();
+    void SyncTexts();
+    void SyncMenus();
+
+    void CellPressed(int index, Qt::MouseButton button);
+    void CellReleased(Qt::MouseButton button);
+    void BackgroundPressed(Qt::MouseButton button, QPoint globalPosition);
+
+    ScreenMetrics metrics_;
+    std::unique_ptr<Prompts> ownPrompts_;
+    std::unique_ptr<SyncingPrompts> prompts_;
+    Editor editor_;
+    QString programFolder_;
+    BlockPictures pictures_;
+    int loadedGeneration_ = -1;
+    bool syncing_ = false;
+
+    // The press that a release will paint with, if any.
+    struct Stroke {
+        int cell;
+        Qt::MouseButton button;
+    };
+    std::optional<Stroke> stroke_;
+
+    Background* background_ = nullptr;
+    std::array<PaletteButton*, 16> palette_{};
+    std::vector<PictureCell*> cells_;
+    QLabel* lblTitle_ = nullptr;
+    QLineEdit* txtTitle_ = nullptr;
+    QLabel* lblLevel_ = nullptr;
+    QPushButton* cmdAddLev_ = nullptr;
+    QPushButton* cmdLoseLev_ = nullptr;
+    QLabel* lblLevels_ = nullptr;
+    QComboBox* cmbLevels_ = nullptr;
+    QLabel* lblBonus_ = nullptr;
+    QComboBox* cmbBonus_ = nullptr;
+    QLabel* lblExLife_ = nullptr;
+    QComboBox* cmbExLife_ = nullptr;
+    QLabel* lblBallx_ = nullptr;
+    QLineEdit* txtBallx_ = nullptr;
+    QLabel* lblBally_ = nullptr;
+    QLineEdit* txtBally_ = nullptr;
+
+    QMenu* mnuCreate_ = nullptr;
+    QMenu* mnuTrickey_ = nullptr;
+    QMenu* mnuUn_ = nullptr;
+    QMenu* mnuShdOp_ = nullptr;
+    struct Mark {
+        QAction* action;
+        bool MenuMarks::*mark;
+    };
+    std::vector<Mark> marks_;
+};
+
+}  // namespace shd::gui
