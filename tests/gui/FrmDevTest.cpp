@@ -365,6 +365,11 @@ TEST_F(WindowTest, TheTitleIsCutTo20CharactersWithTheCaretAtTheEnd) {
     EXPECT_EQ(title->text(), QStringLiteral("Please Add a TitleXY"));
     EXPECT_EQ(set().Title, "Please Add a TitleXY");
     EXPECT_EQ(title->cursorPosition(), 20);
+    // Typed in the middle, the cut still leaves the caret at the end.
+    title->setCursorPosition(6);
+    QTest::keyClicks(title, "_");
+    EXPECT_EQ(title->text(), QStringLiteral("Please_ Add a TitleX"));
+    EXPECT_EQ(title->cursorPosition(), 20);
 }
 
 TEST_F(WindowTest, TheTitleIsKeptAsWindows1252WithAQuestionMarkForWhatItLacks) {
