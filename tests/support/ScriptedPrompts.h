@@ -20,7 +20,7 @@ public:
     static constexpr const char* kAnyText = "*";  // expects a prompt of the kind, whatever its text
 
     struct Step {
-        Kind kind;
+        Kind kind = Kind::Message;
         std::string text;  // the exact text, or the filter for file dialogs
         Answer answer = Answer::Yes;
         std::string reply;  // input box answer, or the chosen path
@@ -34,26 +34,26 @@ public:
         return *this;
     }
 
-    ScriptedPrompts& ExpectMessage(std::string text) { return Push({Kind::Message, std::move(text)}); }
+    ScriptedPrompts& ExpectMessage(std::string text) { return Push(Kind::Message, std::move(text)); }
     ScriptedPrompts& ExpectYesNo(std::string text, bool yes) {
-        return Push({Kind::YesNo, std::move(text), yes ? Answer::Yes : Answer::No});
+        return Push(Kind::YesNo, std::move(text), yes ? Answer::Yes : Answer::No);
     }
     ScriptedPrompts& ExpectYesNoCancel(std::string text, Answer answer) {
-        return Push({Kind::YesNoCancel, std::move(text), answer});
+        return Push(Kind::YesNoCancel, std::move(text), answer);
     }
     ScriptedPrompts& ExpectInput(std::string prompt, std::string reply) {
-        return Push({Kind::Input, std::move(prompt), Answer::Yes, std::move(reply)});
+        return Push(Kind::Input, std::move(prompt), Answer::Yes, std::move(reply));
     }
     ScriptedPrompts& ExpectOpen(std::string filter, std::string path) {
-        return Push({Kind::Open, std::move(filter), Answer::Yes, std::move(path)});
+        return Push(Kind::Open, std::move(filter), Answer::Yes, std::move(path));
     }
     ScriptedPrompts& ExpectSave(std::string filter, std::string path) {
-        return Push({Kind::Save, std::move(filter), Answer::Yes, std::move(path)});
+        return Push(Kind::Save, std::move(filter), Answer::Yes, std::move(path));
     }
     ScriptedPrompts& ExpectPicture(std::function<bool(CustomPieceEdit&)> drawing) {
-        Step step{Kind::Picture, {}};
-        step.drawing = std::move(drawing);
-        return Push(std::move(step));
+        Push(Kind::Picture, {});
+        script_.back().drawing = std::move(drawing);
+        return *this;
     }
 
     // Everything shown so far, in order: message and question texts, input prompts, dialog filters.
@@ -84,7 +84,12 @@ public:
     }
 
 private:
-    ScriptedPrompts& Push(Step step) {
+    ScriptedPrompts& Push(Kind kind, std::string text, Answer answer = Answer::Yes, std::string reply = {}) {
+        Step step;
+        step.kind = kind;
+        step.text = std::move(text);
+        step.answer = answer;
+        step.reply = std::move(reply);
         script_.push_back(std::move(step));
         return *this;
     }
@@ -98,12 +103,17 @@ private:
         if (kind != Kind::Picture) shown_.push_back(text);
         if (script_.empty()) {
             ADD_FAILURE() << "unexpected prompt: \"" << text << "\"";
-            return {kind, text, Answer::Cancel};
+            Step none;
+            none.kind = kind;
+            none.answer = Answer::Cancel;
+            return none;
         }
         Step step = script_.front();
         script_.pop_front();
         EXPECT_EQ(static_cast<int>(step.kind), static_cast<int>(kind)) << "prompt \"" << text << "\"";
-        if (kind != Kind::Picture && step.text != kAnyText) EXPECT_EQ(step.text, text);
+        if (kind != Kind::Picture && step.text != kAnyText) {
+            EXPECT_EQ(step.text, text);
+        }
         if (step.check) step.check();
         return step;
     }
