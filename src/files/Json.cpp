@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstdint>
-#include <limits>
+#include <iterator>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <vector>
 
 #include "model/Cp1252.h"
 
@@ -14,68 +17,70 @@ namespace {
 
 using nlohmann::json;
 
-// The thirteen record fields in the record's order; the unused flags are Booleans.
-struct RecordField {
+// What a key holds, and so how it is written and checked.
+enum class Shape { Kind, Text, SetFlag, Picture, Levels, Cells, LayoutNumber, RecordFlag, RecordNumber };
+
+struct Slot {
     const char* key;
-    bool LevelRecord::*flag;           // nullptr for a count
-    std::int16_t LevelRecord::*count;  // nullptr for a flag
-};
-const RecordField kRecordFields[] = {
-    {"SpottedUnused", &LevelRecord::SpottedUnused, nullptr},
-    {"SpottedCount", nullptr, &LevelRecord::SpottedCount},
-    {"SpottedChangerCount", nullptr, &LevelRecord::SpottedChangerCount},
-    {"ZigZagUnused", &LevelRecord::ZigZagUnused, nullptr},
-    {"ZigZagCount", nullptr, &LevelRecord::ZigZagCount},
-    {"ZigZagChangerCount", nullptr, &LevelRecord::ZigZagChangerCount},
-    {"CenterLineUnused", &LevelRecord::CenterLineUnused, nullptr},
-    {"CenterLineCount", nullptr, &LevelRecord::CenterLineCount},
-    {"CenterLineChangerCount", nullptr, &LevelRecord::CenterLineChangerCount},
-    {"CustomUnused", &LevelRecord::CustomUnused, nullptr},
-    {"CustomCount", nullptr, &LevelRecord::CustomCount},
-    {"CustomChangerCount", nullptr, &LevelRecord::CustomChangerCount},
-    {"SpecialUnusedCount", nullptr, &LevelRecord::SpecialUnusedCount},
+    Shape shape;
+    Bytes LevelSet::*text = nullptr;
+    bool LevelSet::*setFlag = nullptr;
+    PiecePicture LevelSet::*picture = nullptr;
+    std::int16_t LevelLayout::*layoutNumber = nullptr;
+    bool LevelRecord::*recordFlag = nullptr;
+    std::int16_t LevelRecord::*recordNumber = nullptr;
+    bool sharesLine = false;  // written on one line with the key after it
 };
 
-struct LayoutField {
-    const char* key;
-    std::int16_t LevelLayout::*field;
-};
-const LayoutField kLayoutFields[] = {
-    {"BlockCount", &LevelLayout::BlockCount},
-    {"LastBlockCount", &LevelLayout::LastBlockCount},
-    {"BallX", &LevelLayout::BallX},
-    {"BallY", &LevelLayout::BallY},
-};
-
-struct TextField {
-    const char* key;
-    Bytes LevelSet::*field;
-};
-const TextField kTextFields[] = {
-    {"Title", &LevelSet::Title},
-    {"BonusClock", &LevelSet::BonusClock},
-    {"ExtraLifePoints", &LevelSet::ExtraLifePoints},
+// The set's keys in the order they are written.
+const Slot kSetSlots[] = {
+    {.key = "Kind", .shape = Shape::Kind},
+    {.key = "Title", .shape = Shape::Text, .text = &LevelSet::Title},
+    {.key = "BonusClock", .shape = Shape::Text, .text = &LevelSet::BonusClock},
+    {.key = "ExtraLifePoints", .shape = Shape::Text, .text = &LevelSet::ExtraLifePoints},
+    {.key = "ArrowBlocksBreakable", .shape = Shape::SetFlag, .setFlag = &LevelSet::ArrowBlocksBreakable},
+    {.key = "UseWrapAround", .shape = Shape::SetFlag, .setFlag = &LevelSet::UseWrapAround},
+    {.key = "UseCustomShardles", .shape = Shape::SetFlag, .setFlag = &LevelSet::UseCustomShardles},
+    {.key = "UseShardlesDebugger", .shape = Shape::SetFlag, .setFlag = &LevelSet::UseShardlesDebugger},
+    {.key = "MatchLocksToBlocks", .shape = Shape::SetFlag, .setFlag = &LevelSet::MatchLocksToBlocks},
+    {.key = "CustomShardlePicture", .shape = Shape::Picture, .picture = &LevelSet::CustomShardlePicture},
+    {.key = "CustomChangerPicture", .shape = Shape::Picture, .picture = &LevelSet::CustomChangerPicture},
+    {.key = "Levels", .shape = Shape::Levels},
 };
 
-struct FlagField {
-    const char* key;
-    bool LevelSet::*field;
-};
-const FlagField kFlagFields[] = {
-    {"ArrowBlocksBreakable", &LevelSet::ArrowBlocksBreakable},
-    {"UseWrapAround", &LevelSet::UseWrapAround},
-    {"UseCustomShardles", &LevelSet::UseCustomShardles},
-    {"UseShardlesDebugger", &LevelSet::UseShardlesDebugger},
-    {"MatchLocksToBlocks", &LevelSet::MatchLocksToBlocks},
-};
+// A level's numbers are written a few to a line, one line per group of the
+// record; `last` ends the line.
+constexpr Slot LayoutNumber(const char* key, std::int16_t LevelLayout::*field, bool last = false) {
+    return {.key = key, .shape = Shape::LayoutNumber, .layoutNumber = field, .sharesLine = !last};
+}
+constexpr Slot RecordFlag(const char* key, bool LevelRecord::*field) {
+    return {.key = key, .shape = Shape::RecordFlag, .recordFlag = field, .sharesLine = true};
+}
+constexpr Slot RecordNumber(const char* key, std::int16_t LevelRecord::*field, bool last = false) {
+    return {.key = key, .shape = Shape::RecordNumber, .recordNumber = field, .sharesLine = !last};
+}
+constexpr bool kLast = true;
 
-struct PictureField {
-    const char* key;
-    PiecePicture LevelSet::*field;
-};
-const PictureField kPictureFields[] = {
-    {"CustomShardlePicture", &LevelSet::CustomShardlePicture},
-    {"CustomChangerPicture", &LevelSet::CustomChangerPicture},
+// A level's keys: its layout, then the thirteen record fields in the record's order.
+const Slot kLevelSlots[] = {
+    {.key = "Cells", .shape = Shape::Cells},
+    LayoutNumber("BlockCount", &LevelLayout::BlockCount),
+    LayoutNumber("LastBlockCount", &LevelLayout::LastBlockCount),
+    LayoutNumber("BallX", &LevelLayout::BallX),
+    LayoutNumber("BallY", &LevelLayout::BallY, kLast),
+    RecordFlag("SpottedUnused", &LevelRecord::SpottedUnused),
+    RecordNumber("SpottedCount", &LevelRecord::SpottedCount),
+    RecordNumber("SpottedChangerCount", &LevelRecord::SpottedChangerCount, kLast),
+    RecordFlag("ZigZagUnused", &LevelRecord::ZigZagUnused),
+    RecordNumber("ZigZagCount", &LevelRecord::ZigZagCount),
+    RecordNumber("ZigZagChangerCount", &LevelRecord::ZigZagChangerCount, kLast),
+    RecordFlag("CenterLineUnused", &LevelRecord::CenterLineUnused),
+    RecordNumber("CenterLineCount", &LevelRecord::CenterLineCount),
+    RecordNumber("CenterLineChangerCount", &LevelRecord::CenterLineChangerCount, kLast),
+    RecordFlag("CustomUnused", &LevelRecord::CustomUnused),
+    RecordNumber("CustomCount", &LevelRecord::CustomCount),
+    RecordNumber("CustomChangerCount", &LevelRecord::CustomChangerCount, kLast),
+    RecordNumber("SpecialUnusedCount", &LevelRecord::SpecialUnusedCount, kLast),
 };
 
 const char* KindName(GameKind kind) { return kind == GameKind::Shardles ? "Shardles" : "Tiltbash"; }
@@ -94,7 +99,7 @@ public:
         out += key;
         out += "\": ";
     }
-    void String(const Bytes& bytes) { out += json(Cp1252ToUtf8(bytes)).dump(); }
+    void String(std::string_view utf8) { out += json(utf8).dump(); }
     void Bool(bool value) { out += value ? "true" : "false"; }
     void Number(int value) {
         char digits[12];
@@ -107,221 +112,380 @@ public:
         for (std::size_t i = 0; i < cells.size(); ++i) {
             if (i % perRow == 0) out.append(static_cast<std::size_t>(indent + 2), ' ');
             Number(cells[i]);
-            if (i + 1 < cells.size()) out += (i + 1) % perRow == 0 ? ",\n" : ", ";
+            if (i + 1 < cells.size()) out += (i + 1) % perRow == 0 ? ",\n" : ",";
         }
         out += '\n';
         out.append(static_cast<std::size_t>(indent), ' ');
         out += ']';
     }
     void EndMember(bool last) { out += last ? "\n" : ",\n"; }
+
+    void Level(const LevelLayout& layout, const LevelRecord& record) {
+        out += "    {\n";
+        bool lineStart = true;
+        for (const Slot& slot : kLevelSlots) {
+            if (lineStart) Key(6, slot.key);
+            else Key(1, slot.key);
+            switch (slot.shape) {
+            case Shape::Cells: Rows(6, layout.Cells, kColumns); break;
+            case Shape::LayoutNumber: Number(layout.*slot.layoutNumber); break;
+            case Shape::RecordFlag: Bool(record.*slot.recordFlag); break;
+            case Shape::RecordNumber: Number(record.*slot.recordNumber); break;
+            default: break;
+            }
+            const bool last = &slot == std::prev(std::end(kLevelSlots));
+            if (slot.sharesLine) out += ',';
+            else EndMember(last);
+            lineStart = !slot.sharesLine;
+        }
+        out += "    }";
+    }
 };
 
 // ---- reading ----------------------------------------------------------------
 
+// A value the parser hands over, whatever its JSON type.
+struct Scalar {
+    enum class Type { Null, Boolean, Signed, Unsigned, Float, String } type;
+    bool boolean = false;
+    std::int64_t whole = 0;
+    std::uint64_t unsignedWhole = 0;
+    double real = 0;
+    const std::string* text = nullptr;  // String: the text; Float: the number as written
+};
+
 struct Fault {
-    std::string path;
+    std::string place;  // the key's path as jq writes it, or the byte offset of malformed JSON
     std::string reason;
 };
 
-// Thrown only inside ReadJsonFile, which turns it into a refusal.
-struct FaultThrown {
-    Fault fault;
+// A level as read, before the kind is sure: the kind may come after the levels.
+struct PendingLevel {
+    std::vector<std::uint8_t> cells;  // at most 80 kept; `cellCount` counts them all
+    std::size_t cellCount = 0;
+    bool cellsGiven = false;
+    LevelLayout layout;
+    LevelRecord record;
 };
 
-[[noreturn]] void Fail(const std::string& path, std::string reason) { throw FaultThrown{{path, std::move(reason)}}; }
-
-std::string IndexPath(const std::string& path, std::size_t index) {
-    return path + "[" + std::to_string(index) + "]";
-}
-
-const json* Member(const json& object, const char* key) {
-    auto it = object.find(key);
-    return it == object.end() ? nullptr : &*it;
-}
-
-void RefuseUnknownKeys(const json& object, const std::string& path, std::initializer_list<const char*> known1,
-                       std::initializer_list<const char*> known2 = {}) {
-    for (auto it = object.begin(); it != object.end(); ++it) {
-        bool known = false;
-        for (const char* k : known1) known = known || it.key() == k;
-        for (const char* k : known2) known = known || it.key() == k;
-        if (!known) Fail(path + "." + it.key(), "is not a key of a level set");
-    }
-}
-
-long long WholeNumber(const json& value, const std::string& path, long long low, long long high) {
-    const std::string range = std::to_string(low) + " to " + std::to_string(high);
-    if (value.is_number_unsigned()) {
-        const auto n = value.get<std::uint64_t>();
-        if (n > static_cast<std::uint64_t>(high)) Fail(path, std::to_string(n) + " is out of range " + range);
-        return static_cast<long long>(n);
-    }
-    if (value.is_number_integer()) {
-        const auto n = value.get<std::int64_t>();
-        if (n < low || n > high) Fail(path, std::to_string(n) + " is out of range " + range);
-        return n;
-    }
-    Fail(path, "must be a whole number from " + range);
-}
-
-std::int16_t Int16(const json& value, const std::string& path) {
-    return static_cast<std::int16_t>(
-        WholeNumber(value, path, std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max()));
-}
-
-bool Boolean(const json& value, const std::string& path) {
-    if (!value.is_boolean()) Fail(path, "must be true or false");
-    return value.get<bool>();
-}
-
-Bytes Text(const json& value, const std::string& path) {
-    if (!value.is_string()) Fail(path, "must be a string");
-    const auto& utf8 = value.get_ref<const std::string&>();
-    auto converted = Utf8ToCp1252(utf8);
-    if (!converted.ok()) {
-        std::size_t character = 1;
-        for (std::size_t i = 0; i < converted.fault->offset; ++i)
-            if ((static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80) ++character;
-        Fail(path, "character " + std::to_string(character) + ": " + converted.fault->reason);
-    }
-    return std::move(converted.bytes);
-}
-
-const json& Array(const json& value, const std::string& path, std::size_t size, const char* what) {
-    if (!value.is_array()) Fail(path, std::string("must be an array of ") + std::to_string(size) + " " + what);
-    if (value.size() != size)
-        Fail(path, "must hold " + std::to_string(size) + " " + what + ", not " + std::to_string(value.size()));
-    return value;
-}
-
-void ReadLevel(const json& value, const std::string& path, LevelSet& set, int level) {
-    if (!value.is_object()) Fail(path, "must be an object");
-    static constexpr std::initializer_list<const char*> kLevelKeys{
-        "Cells", "BlockCount", "LastBlockCount", "BallX", "BallY", "SpottedUnused", "SpottedCount",
-        "SpottedChangerCount", "ZigZagUnused", "ZigZagCount", "ZigZagChangerCount", "CenterLineUnused",
-        "CenterLineCount", "CenterLineChangerCount", "CustomUnused", "CustomCount", "CustomChangerCount",
-        "SpecialUnusedCount"};
-    RefuseUnknownKeys(value, path, kLevelKeys);
-    LevelLayout& layout = set.Layout(level);
-    if (const json* cells = Member(value, "Cells")) {
-        const std::string cellsPath = path + ".Cells";
-        const auto size = static_cast<std::size_t>(CellCount(set.Kind));
-        Array(*cells, cellsPath, size, "numbers");
-        for (std::size_t i = 0; i < size; ++i)
-            layout.Cells[i] = static_cast<std::uint8_t>(WholeNumber((*cells)[i], IndexPath(cellsPath, i), 0, 15));
-    }
-    for (const auto& f : kLayoutFields)
-        if (const json* v = Member(value, f.key)) layout.*f.field = Int16(*v, path + "." + f.key);
-    LevelRecord& record = set.Record(level);
-    for (const auto& f : kRecordFields) {
-        const json* v = Member(value, f.key);
-        if (!v) continue;
-        if (f.flag) record.*f.flag = Boolean(*v, path + "." + f.key);
-        else record.*f.count = Int16(*v, path + "." + f.key);
-    }
-}
-
-LevelSet ReadSet(const json& root) {
-    if (!root.is_object()) Fail(".", "must be an object");
-    RefuseUnknownKeys(root, "",
-                      {"Kind", "Title", "BonusClock", "ExtraLifePoints", "ArrowBlocksBreakable", "UseWrapAround",
-                       "UseCustomShardles", "UseShardlesDebugger", "MatchLocksToBlocks"},
-                      {"CustomShardlePicture", "CustomChangerPicture", "Levels"});
-    // What the reset before every read leaves: the keys left out keep it.
-    LevelSet set;
-    if (const json* kind = Member(root, "Kind")) {
-        if (*kind == "Shardles") set.Kind = GameKind::Shardles;
-        else if (*kind == "Tiltbash") set.Kind = GameKind::Tiltbash;
-        else Fail(".Kind", "must be \"Shardles\" or \"Tiltbash\"");
-    }
-    for (const auto& f : kTextFields)
-        if (const json* v = Member(root, f.key)) set.*f.field = Text(*v, std::string(".") + f.key);
-    for (const auto& f : kFlagFields)
-        if (const json* v = Member(root, f.key)) set.*f.field = Boolean(*v, std::string(".") + f.key);
-    for (const auto& f : kPictureFields) {
-        const json* v = Member(root, f.key);
-        if (!v) continue;
-        const std::string path = std::string(".") + f.key;
-        Array(*v, path, kPictureCells, "numbers");
-        for (int n = 1; n <= kPictureCells; ++n) {
-            const auto i = static_cast<std::size_t>(n - 1);
-            (set.*f.field).at(n) = static_cast<std::uint8_t>(WholeNumber((*v)[i], IndexPath(path, i), 0, 255));
-        }
-    }
-    const json* levels = Member(root, "Levels");
-    if (!levels) {
-        MakeLevels(set, 1);
-        return set;
-    }
-    if (!levels->is_array()) Fail(".Levels", "must be an array of levels");
-    if (levels->empty() || levels->size() > static_cast<std::size_t>(kMaxLevels))
-        Fail(".Levels", "must hold 1 to 255 levels, not " + std::to_string(levels->size()));
-    MakeLevels(set, static_cast<int>(levels->size()));
-    for (std::size_t i = 0; i < levels->size(); ++i)
-        ReadLevel((*levels)[i], IndexPath(".Levels", i), set, static_cast<int>(i) + 1);
-    return set;
-}
-
-// Builds the document like the library's own parser does, but hears where a
-// fault lies for every kind of fault, a number too large for a double too.
-class DocumentBuilder : public nlohmann::json_sax<json> {
+// Fills a LevelSet straight from the parser's events, without building the
+// document first: reading stays well under the cost of starting the process.
+class SetReader : public nlohmann::json_sax<json> {
 public:
-    json root;
-    std::size_t faultPosition = 0;  // bytes the library had read at the fault
-    std::string faultWhat;
+    LevelSet set;  // starts as the reset before every read leaves it; missing keys keep that
+    std::optional<Fault> fault;
 
-    bool null() override { return Add(nullptr); }
-    bool boolean(bool value) override { return Add(value); }
-    bool number_integer(number_integer_t value) override { return Add(value); }
-    bool number_unsigned(number_unsigned_t value) override { return Add(value); }
-    bool number_float(number_float_t value, const string_t&) override { return Add(value); }
-    bool string(string_t& value) override { return Add(std::move(value)); }
-    bool binary(binary_t& value) override { return Add(std::move(value)); }
-    bool start_object(std::size_t) override { return Open(json::object()); }
-    bool key(string_t& key) override {
-        key_ = std::move(key);
-        return true;
+    bool null() override { return Value({Scalar::Type::Null}); }
+    bool boolean(bool value) override { return Value({Scalar::Type::Boolean, value}); }
+    bool number_integer(number_integer_t value) override { return Value({Scalar::Type::Signed, false, value}); }
+    bool number_unsigned(number_unsigned_t value) override {
+        return Value({Scalar::Type::Unsigned, false, 0, value});
     }
+    bool number_float(number_float_t value, const string_t& written) override {
+        return Value({Scalar::Type::Float, false, 0, 0, value, &written});
+    }
+    bool string(string_t& value) override { return Value({Scalar::Type::String, false, 0, 0, 0, &value}); }
+    bool binary(binary_t&) override { return Value({Scalar::Type::Null}); }
+
+    bool start_object(std::size_t) override;
+    bool key(string_t& key) override;
     bool end_object() override { return Close(); }
-    bool start_array(std::size_t) override { return Open(json::array()); }
+    bool start_array(std::size_t) override;
     bool end_array() override { return Close(); }
-    bool parse_error(std::size_t position, const std::string&, const nlohmann::detail::exception& fault) override {
-        faultPosition = position;
-        faultWhat = fault.what();
+
+    bool parse_error(std::size_t position, const std::string&, const nlohmann::detail::exception& error) override {
+        parseFault = {position, error.what()};
         return false;
     }
 
-private:
-    std::vector<json*> open_;  // the arrays and objects not yet closed, innermost last
-    string_t key_;
+    std::optional<std::pair<std::size_t, std::string>> parseFault;  // bytes read, the library's text
 
-    json* Place(json value) {
-        if (open_.empty()) {
-            root = std::move(value);
-            return &root;
+    // After a clean parse: the checks that needed the whole document, and the levels.
+    bool Finish();
+
+private:
+    enum class Frame { Set, Levels, Level, Cells, Picture, Skipped };
+    struct Open {
+        explicit Open(Frame f) : frame(f) {}
+        Frame frame;
+        std::size_t index = 0;        // arrays: the element being read
+        const Slot* slot = nullptr;   // objects: the key being read
+        std::string key;              // objects: its name, for messages
+    };
+    std::vector<Open> open_;  // the objects and arrays not yet closed, innermost last
+    std::vector<PendingLevel> levels_;
+    bool levelsGiven_ = false;
+    bool kindGiven_ = false;
+    PiecePicture* picture_ = nullptr;
+
+    bool Fail(std::string place, std::string reason) {
+        fault = Fault{std::move(place), std::move(reason)};
+        return false;
+    }
+    // The path of the position `depth` open containers deep, ".Levels[3].Cells" say.
+    std::string Path(std::size_t depth) const {
+        std::string path;
+        for (std::size_t i = 0; i < depth; ++i) {
+            const Open& o = open_[i];
+            if (o.frame == Frame::Set || o.frame == Frame::Level) path += "." + o.key;
+            else path += "[" + std::to_string(o.index) + "]";
         }
-        json& parent = *open_.back();
-        if (parent.is_array()) {
-            parent.push_back(std::move(value));
-            return &parent.back();
-        }
-        json& slot = parent[key_];  // a repeated key keeps its last value
-        slot = std::move(value);
-        return &slot;
+        return path.empty() ? "." : path;
     }
-    bool Add(json value) {
-        Place(std::move(value));
-        return true;
-    }
-    bool Open(json container) {
-        open_.push_back(Place(std::move(container)));
-        return true;
-    }
-    bool Close() {
-        open_.pop_back();
-        return true;
+    std::string Here() const { return Path(open_.size()); }
+
+    bool Value(const Scalar& value);
+    bool SlotValue(const Slot& slot, const Scalar& value);
+    bool Whole(const Scalar& value, long long low, long long high, long long& out);
+    bool Close();
+    bool CheckCells(std::size_t level, const std::string& place);
+    static std::string TypeReason(const Slot& slot);
+    void Next() {
+        if (!open_.empty()) ++open_.back().index;
     }
 };
+
+std::string SetReader::TypeReason(const Slot& slot) {
+    switch (slot.shape) {
+    case Shape::Kind: return "must be \"Shardles\" or \"Tiltbash\"";
+    case Shape::Text: return "must be a string";
+    case Shape::SetFlag:
+    case Shape::RecordFlag: return "must be true or false";
+    case Shape::Picture: return "must be an array of 60 numbers";
+    case Shape::Levels: return "must be an array of levels";
+    case Shape::Cells: return "must be an array of numbers";
+    case Shape::LayoutNumber:
+    case Shape::RecordNumber: return "must be a whole number from -32768 to 32767";
+    }
+    return {};
+}
+
+bool SetReader::Whole(const Scalar& value, long long low, long long high, long long& out) {
+    // Messages are made only on the way out: this runs for every number.
+    auto range = [&] { return std::to_string(low) + " to " + std::to_string(high); };
+    switch (value.type) {
+    case Scalar::Type::Signed:
+        if (value.whole < low || value.whole > high)
+            return Fail(Here(), std::to_string(value.whole) + " is out of range " + range());
+        out = value.whole;
+        return true;
+    case Scalar::Type::Unsigned:
+        if (value.unsignedWhole > static_cast<std::uint64_t>(high))
+            return Fail(Here(), std::to_string(value.unsignedWhole) + " is out of range " + range());
+        out = static_cast<long long>(value.unsignedWhole);
+        return true;
+    case Scalar::Type::Float:
+        // JSON does not tell 5 from 5.0; a tool may well write either.
+        if (value.real == std::trunc(value.real)) {
+            if (value.real < static_cast<double>(low) || value.real > static_cast<double>(high))
+                return Fail(Here(), *value.text + " is out of range " + range());
+            out = static_cast<long long>(value.real);
+            return true;
+        }
+        break;
+    default: break;
+    }
+    return Fail(Here(), "must be a whole number from " + range());
+}
+
+bool SetReader::Value(const Scalar& value) {
+    if (open_.empty()) return Fail(".", "must be an object");
+    Open& top = open_.back();
+    long long number = 0;
+    switch (top.frame) {
+    case Frame::Set:
+    case Frame::Level: return SlotValue(*top.slot, value);
+    case Frame::Levels:
+        if (top.index < static_cast<std::size_t>(kMaxLevels)) return Fail(Here(), "must be an object");
+        break;
+    case Frame::Cells: {
+        if (!Whole(value, 0, 15, number)) return false;
+        PendingLevel& level = levels_.back();
+        if (level.cells.size() < static_cast<std::size_t>(CellCount(GameKind::Shardles)))
+            level.cells.push_back(static_cast<std::uint8_t>(number));
+        ++level.cellCount;
+        break;
+    }
+    case Frame::Picture:
+        if (!Whole(value, 0, 255, number)) return false;
+        if (top.index < kPictureCells) picture_->cells[top.index] = static_cast<std::uint8_t>(number);
+        break;
+    case Frame::Skipped: break;
+    }
+    Next();
+    return true;
+}
+
+bool SetReader::SlotValue(const Slot& slot, const Scalar& value) {
+    long long number = 0;
+    switch (slot.shape) {
+    case Shape::Kind:
+        if (value.type == Scalar::Type::String && *value.text == "Shardles") set.Kind = GameKind::Shardles;
+        else if (value.type == Scalar::Type::String && *value.text == "Tiltbash") set.Kind = GameKind::Tiltbash;
+        else return Fail(Here(), TypeReason(slot));
+        kindGiven_ = true;
+        return true;
+    case Shape::Text: {
+        if (value.type != Scalar::Type::String) return Fail(Here(), TypeReason(slot));
+        auto converted = Utf8ToCp1252(*value.text);
+        if (!converted.ok()) {
+            const std::string& utf8 = *value.text;
+            const auto character =
+                1 + std::count_if(utf8.begin(), utf8.begin() + static_cast<std::ptrdiff_t>(converted.fault->offset),
+                                  [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; });
+            return Fail(Here(), "character " + std::to_string(character) + ": " + converted.fault->reason);
+        }
+        set.*slot.text = std::move(converted.bytes);
+        return true;
+    }
+    case Shape::SetFlag:
+    case Shape::RecordFlag:
+        if (value.type != Scalar::Type::Boolean) return Fail(Here(), TypeReason(slot));
+        if (slot.shape == Shape::SetFlag) set.*slot.setFlag = value.boolean;
+        else levels_.back().record.*slot.recordFlag = value.boolean;
+        return true;
+    case Shape::LayoutNumber:
+    case Shape::RecordNumber:
+        if (!Whole(value, -32768, 32767, number)) return false;
+        if (slot.shape == Shape::LayoutNumber)
+            levels_.back().layout.*slot.layoutNumber = static_cast<std::int16_t>(number);
+        else
+            levels_.back().record.*slot.recordNumber = static_cast<std::int16_t>(number);
+        return true;
+    case Shape::Picture:
+    case Shape::Levels:
+    case Shape::Cells: break;
+    }
+    return Fail(Here(), TypeReason(slot));
+}
+
+bool SetReader::start_object(std::size_t) {
+    if (open_.empty()) {
+        open_.emplace_back(Frame::Set);
+        return true;
+    }
+    Open& top = open_.back();
+    switch (top.frame) {
+    case Frame::Levels:
+        if (top.index < static_cast<std::size_t>(kMaxLevels)) {
+            levels_.emplace_back();
+            open_.emplace_back(Frame::Level);
+        } else {
+            open_.emplace_back(Frame::Skipped);  // only counted, for the message
+        }
+        return true;
+    case Frame::Skipped: open_.emplace_back(Frame::Skipped); return true;
+    case Frame::Set:
+    case Frame::Level: return Fail(Here(), TypeReason(*top.slot));
+    case Frame::Cells: return Fail(Here(), "must be a whole number from 0 to 15");
+    case Frame::Picture: return Fail(Here(), "must be a whole number from 0 to 255");
+    }
+    return false;
+}
+
+bool SetReader::start_array(std::size_t) {
+    if (open_.empty()) return Fail(".", "must be an object");
+    Open& top = open_.back();
+    switch (top.frame) {
+    case Frame::Set:
+        if (top.slot->shape == Shape::Levels) {
+            levels_.clear();
+            levels_.reserve(kMaxLevels);  // a fixed bound; only the levels read are touched
+            levelsGiven_ = true;
+            open_.emplace_back(Frame::Levels);
+            return true;
+        }
+        if (top.slot->shape == Shape::Picture) {
+            picture_ = &(set.*top.slot->picture);
+            *picture_ = PiecePicture{};
+            open_.emplace_back(Frame::Picture);
+            return true;
+        }
+        return Fail(Here(), TypeReason(*top.slot));
+    case Frame::Level:
+        if (top.slot->shape == Shape::Cells) {
+            PendingLevel& level = levels_.back();
+            level.cells.clear();
+            level.cellCount = 0;
+            level.cellsGiven = true;
+            open_.emplace_back(Frame::Cells);
+            return true;
+        }
+        return Fail(Here(), TypeReason(*top.slot));
+    case Frame::Levels:
+        if (top.index < static_cast<std::size_t>(kMaxLevels)) return Fail(Here(), "must be an object");
+        open_.emplace_back(Frame::Skipped);
+        return true;
+    case Frame::Skipped: open_.emplace_back(Frame::Skipped); return true;
+    case Frame::Cells: return Fail(Here(), "must be a whole number from 0 to 15");
+    case Frame::Picture: return Fail(Here(), "must be a whole number from 0 to 255");
+    }
+    return false;
+}
+
+bool SetReader::key(string_t& key) {
+    Open& top = open_.back();
+    if (top.frame == Frame::Skipped) return true;
+    const auto find = [&](const auto& slots) -> const Slot* {
+        for (const Slot& slot : slots)
+            if (key == slot.key) return &slot;
+        return nullptr;
+    };
+    top.slot = top.frame == Frame::Set ? find(kSetSlots) : find(kLevelSlots);
+    top.key = std::move(key);
+    // A misspelt key would otherwise be dropped without a word.
+    if (!top.slot) return Fail(Here(), "is not a key of a level set");
+    return true;
+}
+
+bool SetReader::CheckCells(std::size_t level, const std::string& place) {
+    const PendingLevel& pending = levels_[level];
+    const auto wanted = static_cast<std::size_t>(CellCount(set.Kind));
+    if (!pending.cellsGiven || pending.cellCount == wanted) return true;
+    return Fail(place, "must hold " + std::to_string(wanted) + " numbers, not " + std::to_string(pending.cellCount));
+}
+
+bool SetReader::Close() {
+    const Open& top = open_.back();
+    const std::string place = Path(open_.size() - 1);
+    switch (top.frame) {
+    case Frame::Cells:
+        // Checked now when the kind is known, else once the whole set is read.
+        if (kindGiven_ && !CheckCells(levels_.size() - 1, place)) return false;
+        break;
+    case Frame::Picture:
+        if (top.index != kPictureCells)
+            return Fail(place, "must hold 60 numbers, not " + std::to_string(top.index));
+        break;
+    case Frame::Levels:
+        if (top.index == 0 || top.index > static_cast<std::size_t>(kMaxLevels))
+            return Fail(place, "must hold 1 to 255 levels, not " + std::to_string(top.index));
+        break;
+    default: break;
+    }
+    open_.pop_back();
+    Next();
+    return true;
+}
+
+bool SetReader::Finish() {
+    if (!levelsGiven_) {
+        MakeLevels(set, 1);
+        return true;
+    }
+    for (std::size_t i = 0; i < levels_.size(); ++i)
+        if (!CheckCells(i, ".Levels[" + std::to_string(i) + "].Cells")) return false;
+    MakeLevels(set, static_cast<int>(levels_.size()));
+    for (std::size_t i = 0; i < levels_.size(); ++i) {
+        PendingLevel& pending = levels_[i];
+        LevelLayout& layout = set.Layouts[i];
+        if (pending.cellsGiven) layout.Cells = std::move(pending.cells);
+        for (const Slot& slot : kLevelSlots)
+            if (slot.shape == Shape::LayoutNumber) layout.*slot.layoutNumber = pending.layout.*slot.layoutNumber;
+        set.Records[i] = pending.record;
+    }
+    return true;
+}
 
 // The library's reason without its "[json.exception...] parse error at line
 // L, column C: " prefix, nor the text of the token it was reading, which may
@@ -363,65 +527,45 @@ ReadResult Refusal(std::string message) {
 
 WriteResult WriteJsonFile(const LevelSet& set) {
     JsonText text;
-    text.out.reserve(1024 + set.Layouts.size() * 700);
+    // Room for the longest numbers, so the text is never moved while it grows.
+    text.out.reserve(2048 + set.Layouts.size() * 1200);
     text.out += "{\n";
-    text.Key(2, "Kind");
-    text.out += '"';
-    text.out += KindName(set.Kind);
-    text.out += '"';
-    text.EndMember(false);
-    for (const auto& f : kTextFields) {
-        text.Key(2, f.key);
-        text.String(set.*f.field);
-        text.EndMember(false);
-    }
-    for (const auto& f : kFlagFields) {
-        text.Key(2, f.key);
-        text.Bool(set.*f.field);
-        text.EndMember(false);
-    }
-    for (const auto& f : kPictureFields) {
-        text.Key(2, f.key);
-        text.Rows(2, (set.*f.field).cells, 10);
-        text.EndMember(false);
-    }
-    text.Key(2, "Levels");
-    text.out += "[\n";
-    for (int level = 1; level <= set.LevelCount(); ++level) {
-        const LevelLayout& layout = set.Layout(level);
-        const LevelRecord& record = set.Record(level);
-        text.out += "    {\n";
-        text.Key(6, "Cells");
-        text.Rows(6, layout.Cells, kColumns);
-        text.EndMember(false);
-        for (const auto& f : kLayoutFields) {
-            text.Key(6, f.key);
-            text.Number(layout.*f.field);
-            text.EndMember(false);
+    for (const Slot& slot : kSetSlots) {
+        text.Key(2, slot.key);
+        switch (slot.shape) {
+        case Shape::Kind: text.String(KindName(set.Kind)); break;
+        case Shape::Text: text.String(Cp1252ToUtf8(set.*slot.text)); break;
+        case Shape::SetFlag: text.Bool(set.*slot.setFlag); break;
+        case Shape::Picture: text.Rows(2, (set.*slot.picture).cells, 10); break;
+        case Shape::Levels:
+            text.out += "[\n";
+            for (int level = 1; level <= set.LevelCount(); ++level) {
+                text.Level(set.Layout(level), set.Record(level));
+                text.EndMember(level == set.LevelCount());
+            }
+            text.out += "  ]";
+            break;
+        default: break;
         }
-        for (const auto& f : kRecordFields) {
-            text.Key(6, f.key);
-            if (f.flag) text.Bool(record.*f.flag);
-            else text.Number(record.*f.count);
-            text.EndMember(&f == &std::end(kRecordFields)[-1]);
-        }
-        text.out += "    }";
-        text.EndMember(level == set.LevelCount());
+        text.EndMember(slot.shape == Shape::Levels);
     }
-    text.out += "  ]\n}\n";
+    text.out += "}\n";
     return Written(std::move(text.out));
 }
 
 ReadResult ReadJsonFile(std::string_view bytes) {
     try {
-        DocumentBuilder builder;
-        if (!json::sax_parse(bytes.begin(), bytes.end(), &builder))
-            return Refusal(ParsePlace(bytes, builder.faultPosition) + ": " + ParseReason(builder.faultWhat));
+        SetReader reader;
+        const bool parsed = json::sax_parse(bytes.begin(), bytes.end(), &reader);
+        if (reader.fault) return Refusal(reader.fault->place + ": " + reader.fault->reason);
+        if (!parsed || reader.parseFault) {
+            const auto [read, what] = reader.parseFault.value_or(std::pair{bytes.size() + 1, std::string("malformed")});
+            return Refusal(ParsePlace(bytes, read) + ": " + ParseReason(what));
+        }
+        if (!reader.Finish()) return Refusal(reader.fault->place + ": " + reader.fault->reason);
         ReadResult result;
-        result.set = ReadSet(builder.root);
+        result.set = std::move(reader.set);
         return result;
-    } catch (const FaultThrown& thrown) {
-        return Refusal(thrown.fault.path + ": " + thrown.fault.reason);
     } catch (const std::exception& e) {
         return Refusal(std::string("cannot be read: ") + e.what());
     }

@@ -95,6 +95,23 @@ TEST(JsonWriter, UsesTheFieldNamesAndTypesOfTheLevelSet) {
     EXPECT_EQ(level["BallY"], 0);
 }
 
+TEST(JsonWriter, WritesAGridRowToALineAndTheRecordByGroups) {
+    LevelSet set = NewSet(GameKind::Tiltbash);
+    set.Layout(1).Cells[0] = 1;
+    set.Layout(1).Cells[63] = 15;
+    set.Layout(1).BlockCount = 3;
+    set.Record(1).ZigZagUnused = true;
+    const std::string text = WriteJsonFile(set).bytes;
+    EXPECT_NE(text.find("      \"Cells\": [\n        1,0,0,0,0,0,0,0,\n"), std::string::npos);
+    EXPECT_NE(text.find("        0,0,0,0,0,0,0,15\n      ],\n"), std::string::npos);
+    EXPECT_NE(text.find("      \"BlockCount\": 3, \"LastBlockCount\": 0, \"BallX\": 0, \"BallY\": 0,\n"),
+              std::string::npos);
+    EXPECT_NE(text.find("      \"ZigZagUnused\": true, \"ZigZagCount\": 0, \"ZigZagChangerCount\": 0,\n"),
+              std::string::npos);
+    EXPECT_NE(text.find("      \"SpecialUnusedCount\": 0\n    }\n  ]\n}\n"), std::string::npos);
+    EXPECT_EQ(text.substr(0, 23), "{\n  \"Kind\": \"Tiltbash\",");
+}
+
 TEST(JsonWriter, KeepsTheLevelsInOrderAndTiltbashGridsAt64Cells) {
     LevelSet set = NewSet(GameKind::Tiltbash);
     AddEmptyLevel(set);
@@ -120,6 +137,24 @@ TEST(JsonReader, MissingKeysTakeTheValuesOfANewSet) {
     AddEmptyLevel(expected);
     expected.Layout(2).BallX = 4;
     EXPECT_EQ(shardles.set, expected);
+}
+
+TEST(JsonReader, TakesTheKindFromAnywhereInTheObject) {
+    const ReadResult read = ReadJsonFile(R"({"Levels": [{}, {"BallX": 2}], "Title": "t", "Kind": "Shardles"})");
+    ASSERT_TRUE(read.complete()) << read.outcome.message;
+    EXPECT_EQ(read.set.Kind, GameKind::Shardles);
+    EXPECT_EQ(read.set.Layout(1).Cells.size(), 80u);
+    EXPECT_EQ(read.set.Layout(2).BallX, 2);
+    EXPECT_EQ(CheckConsistent(read.set), "");
+}
+
+TEST(JsonReader, ARepeatedKeyKeepsItsLastValue) {
+    const ReadResult read = ReadJsonFile(
+        R"({"Title": "a", "Levels": [{}, {}, {}], "Title": "b", "Levels": [{"BallY": 1, "BallY": 5}]})");
+    ASSERT_TRUE(read.complete()) << read.outcome.message;
+    EXPECT_EQ(read.set.Title, "b");
+    ASSERT_EQ(read.set.LevelCount(), 1);
+    EXPECT_EQ(read.set.Layout(1).BallY, 5);
 }
 
 TEST(JsonReader, TakesTheLimitsOfEachRange) {
@@ -167,28 +202,41 @@ TEST(JsonReader, RefusesAWrongValueWithItsPathAndReason) {
         {R"({"Title": "ab\u0100"})", ".Title: character 3: U+0100 is not a Windows-1252 character"},
         {R"({"Title": "\u20ac\u0080"})", ".Title: character 2: U+0080 is not a Windows-1252 character"},
         {R"({"BonusClock": 30})", ".BonusClock: must be a string"},
-        {R"({"ExtraLifePoints": "\ud83d\ude00"})", ".ExtraLifePoints: character 1: U+1F600 is not a Windows-1252 character"},
+        {R"({"ExtraLifePoints": "\ud83d\ude00"})",
+         ".ExtraLifePoints: character 1: U+1F600 is not a Windows-1252 character"},
         {R"({"UseWrapAround": 1})", ".UseWrapAround: must be true or false"},
         {R"({"MatchLocksToBlocks": null})", ".MatchLocksToBlocks: must be true or false"},
         {R"({"CustomShardlePicture": 0})", ".CustomShardlePicture: must be an array of 60 numbers"},
         {R"({"CustomChangerPicture": )" + Cells(59) + "}", ".CustomChangerPicture: must hold 60 numbers, not 59"},
-        {R"({"CustomChangerPicture": )" + Cells(60, "256") + "}", ".CustomChangerPicture[59]: 256 is out of range 0 to 255"},
-        {R"({"CustomShardlePicture": )" + Cells(60, "-1") + "}", ".CustomShardlePicture[59]: -1 is out of range 0 to 255"},
-        {R"({"CustomShardlePicture": )" + Cells(60, "1.5") + "}", ".CustomShardlePicture[59]: must be a whole number from 0 to 255"},
+        {R"({"CustomChangerPicture": )" + Cells(60, "256") + "}",
+         ".CustomChangerPicture[59]: 256 is out of range 0 to 255"},
+        {R"({"CustomShardlePicture": )" + Cells(60, "-1") + "}",
+         ".CustomShardlePicture[59]: -1 is out of range 0 to 255"},
+        {R"({"CustomShardlePicture": )" + Cells(60, "1.5") + "}",
+         ".CustomShardlePicture[59]: must be a whole number from 0 to 255"},
         {R"({"Levels": {}})", ".Levels: must be an array of levels"},
         {R"({"Levels": []})", ".Levels: must hold 1 to 255 levels, not 0"},
         {R"({"Levels": )" + Levels(256) + "}", ".Levels: must hold 1 to 255 levels, not 256"},
+        // Levels past the last one are only counted, whatever they hold.
+        {R"({"Levels": )" + Levels(255).substr(0, Levels(255).size() - 1) + R"(, [[1]], 5, {"x": [{}]}]})",
+         ".Levels: must hold 1 to 255 levels, not 258"},
         {R"({"Levels": [{}, 5]})", ".Levels[1]: must be an object"},
         {R"({"Levels": [{"Cells": 0}]})", ".Levels[0].Cells: must be an array of numbers"},
-        {R"({"Kind": "Shardles", "Levels": [{"Cells": )" + Cells(64) + "}]}", ".Levels[0].Cells: must hold 80 numbers, not 64"},
-        {R"({"Kind": "Tiltbash", "Levels": [{}, {"Cells": )" + Cells(80) + "}]}", ".Levels[1].Cells: must hold 64 numbers, not 80"},
+        {R"({"Kind": "Shardles", "Levels": [{"Cells": )" + Cells(64) + "}]}",
+         ".Levels[0].Cells: must hold 80 numbers, not 64"},
+        {R"({"Kind": "Tiltbash", "Levels": [{}, {"Cells": )" + Cells(80) + "}]}",
+         ".Levels[1].Cells: must hold 64 numbers, not 80"},
         // The kind decides the grid size wherever it stands in the object.
-        {R"({"Levels": [{"Cells": )" + Cells(64) + R"(}], "Kind": "Shardles"})", ".Levels[0].Cells: must hold 80 numbers, not 64"},
+        {R"({"Levels": [{"Cells": )" + Cells(64) + R"(}], "Kind": "Shardles"})",
+         ".Levels[0].Cells: must hold 80 numbers, not 64"},
         {R"({"Levels": [{"Cells": )" + Cells(64, "16") + "}]}", ".Levels[0].Cells[63]: 16 is out of range 0 to 15"},
-        {R"({"Levels": [{"Cells": )" + Cells(64, "\"1\"") + "}]}", ".Levels[0].Cells[63]: must be a whole number from 0 to 15"},
+        {R"({"Levels": [{"Cells": )" + Cells(64, "\"1\"") + "}]}",
+         ".Levels[0].Cells[63]: must be a whole number from 0 to 15"},
         {R"({"Levels": [{"BlockCount": 32768}]})", ".Levels[0].BlockCount: 32768 is out of range -32768 to 32767"},
-        {R"({"Levels": [{"LastBlockCount": -32769}]})", ".Levels[0].LastBlockCount: -32769 is out of range -32768 to 32767"},
-        {R"({"Levels": [{"BallX": 18446744073709551615}]})", ".Levels[0].BallX: 18446744073709551615 is out of range -32768 to 32767"},
+        {R"({"Levels": [{"LastBlockCount": -32769}]})",
+         ".Levels[0].LastBlockCount: -32769 is out of range -32768 to 32767"},
+        {R"({"Levels": [{"BallX": 18446744073709551615}]})",
+         ".Levels[0].BallX: 18446744073709551615 is out of range -32768 to 32767"},
         {R"({"Levels": [{"BallY": 1e30}]})", ".Levels[0].BallY: 1e30 is out of range -32768 to 32767"},
         {R"({"Levels": [{"BallY": [3]}]})", ".Levels[0].BallY: must be a whole number from -32768 to 32767"},
         {R"({"Levels": [{"Cells": [0, [1]]}]})", ".Levels[0].Cells[1]: must be a whole number from 0 to 15"},
@@ -198,8 +246,10 @@ TEST(JsonReader, RefusesAWrongValueWithItsPathAndReason) {
         {R"(7)", ".: must be an object"},
         {R"({"Levels": [{"SpottedUnused": 0}]})", ".Levels[0].SpottedUnused: must be true or false"},
         {R"({"Levels": [{"CustomUnused": "yes"}]})", ".Levels[0].CustomUnused: must be true or false"},
-        {R"({"Levels": [{"SpecialUnusedCount": true}]})", ".Levels[0].SpecialUnusedCount: must be a whole number from -32768 to 32767"},
-        {R"({"Levels": [{}, {}, {"ZigZagChangerCount": 40000}]})", ".Levels[2].ZigZagChangerCount: 40000 is out of range -32768 to 32767"},
+        {R"({"Levels": [{"SpecialUnusedCount": true}]})",
+         ".Levels[0].SpecialUnusedCount: must be a whole number from -32768 to 32767"},
+        {R"({"Levels": [{}, {}, {"ZigZagChangerCount": 40000}]})",
+         ".Levels[2].ZigZagChangerCount: 40000 is out of range -32768 to 32767"},
         // A misspelt key would otherwise be dropped without a word.
         {R"({"Titel": "x"})", ".Titel: is not a key of a level set"},
         {R"({"Levels": [{"Ballx": 1}]})", ".Levels[0].Ballx: is not a key of a level set"},
@@ -220,7 +270,8 @@ TEST(JsonReader, RefusesMalformedJsonWithTheByteOffsetAndLine) {
                           "expected '[', '{', or a literal"},
         {"{\n  \"Kind\": \"Shardles\",,\n}", "byte 23 (line 2, column 22): syntax error while parsing object key - "
                                              "unexpected ','; expected string literal"},
-        {"{} x", "byte 3 (line 1, column 4): syntax error while parsing value - invalid literal; expected end of input"},
+        {"{} x",
+         "byte 3 (line 1, column 4): syntax error while parsing value - invalid literal; expected end of input"},
         // The library stops at the byte after a number too large for a double.
         {R"({"Levels": [{"BallY": 1e400}]})", "byte 26 (line 1, column 27): number overflow parsing '1e400'"},
         // The raw bytes of the bad token are not repeated in the message.
