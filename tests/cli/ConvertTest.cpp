@@ -2,6 +2,7 @@
 // saving, the refusals and the command line.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <map>
 
 #include "cli/CliSupport.h"
@@ -188,7 +189,7 @@ struct BadInput {
     const char* name;
     std::string bytes;
     const char* from;  // nullptr: from the extension
-    std::string said;  // what follows "FILE: " on standard error
+    std::string said;  // what follows "FILE: " on standard error; ending in ": ", how it starts
 };
 
 TEST(BrokenInput, PrintsTheFileThePlaceAndTheReasonAndWritesNothing) {
@@ -200,7 +201,8 @@ TEST(BrokenInput, PrintsTheFileThePlaceAndTheReasonAndWritesNothing) {
         {"bad.rsx", "quartlev\r\n", nullptr, "Not one of my files."},
         {"bad.83l", "Title\r\n//lQRVLE\r\n", nullptr, "Not a valid list file."},
         {"bad.z80", "        .org             9327H\r\n", nullptr, "Not compilable code."},
-        {"bad.txt", "QUARTLEV\r\nT\r\nFalse\r\n", "oldmyfile", ""},
+        // Stopped reads: the line is ours to check, the reason the reader's.
+        {"bad.txt", "QUARTLEV\r\nT\r\nFalse\r\n", "oldmyfile", "line 4: "},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -214,7 +216,11 @@ TEST(BrokenInput, PrintsTheFileThePlaceAndTheReasonAndWritesNothing) {
         EXPECT_EQ(run.status, 1);
         const std::string prefix = folder / c.name + ": ";
         ASSERT_EQ(run.err.substr(0, prefix.size()), prefix) << run.err;
-        if (!c.said.empty()) EXPECT_EQ(run.err, prefix + c.said + "\n");
+        if (c.said.ends_with(": ")) {
+            EXPECT_EQ(run.err.substr(0, prefix.size() + c.said.size()), prefix + c.said) << run.err;
+        } else {
+            EXPECT_EQ(run.err, prefix + c.said + "\n");
+        }
         EXPECT_EQ(folder.Files(), std::vector<std::string>{c.name});
     }
 }
@@ -245,6 +251,15 @@ TEST(BrokenInput, AMissingInputIsRefusedNotAUsageError) {
     const Outcome run = Convert({folder / "none.json", folder / "out.rsx"});
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.err, folder / "none.json: cannot be read: No such file or directory\n");
+}
+
+TEST(BrokenInput, AFolderIsNoInput) {
+    Folder folder;
+    std::filesystem::create_directory(folder / "set.json");
+    const Outcome run = Convert({folder / "set.json", folder / "out.rsx"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, folder / "set.json: cannot be read: Is a directory\n");
+    EXPECT_FALSE(Exists(folder / "out.rsx"));
 }
 
 TEST(BrokenInput, AFailedReadLeavesAnExistingOutputAlone) {
