@@ -1,0 +1,73 @@
+#!/usr/bin/env bash
+# Times shardles-convert converting a 255-level Shardles set with custom
+# pictures between every pair of forms, against `shardles-convert --version`,
+# which is the cost of starting the process at all. The aim: no conversion
+# takes more than 1.5 times as long as that.
+#
+# Usage: bench/convert_bench.sh [BUILD_DIR] [WORK_DIR]
+#   BUILD_DIR  where shardles-convert was built (default: build-cli)
+#   WORK_DIR   where the files go (default: a new temporary folder); the
+#              output is written there on every run, so its file system counts
+#   RUNS=n     runs per command (default 100)
+set -euo pipefail
+
+root=$(cd "$(dirname "$0")/.." && pwd)
+build=${1:-$root/build-cli}
+exe=$build/shardles-convert
+[[ -x $exe ]] || { echo "no converter at $exe; build it first" >&2; exit 2; }
+command -v hyperfine >/dev/null || { echo "hyperfine is needed" >&2; exit 2; }
+if [[ $# -ge 2 ]]; then work=$2; mkdir -p "$work"; else work=$(mktemp -d); trap 'rm -rf "$work"' EXIT; fi
+runs=${RUNS:-100}
+
+# The set: 255 levels, every block code in use, one last block a level, and
+# both custom pictures.
+awk 'BEGIN {
+    srand(7)
+    printf "{\"Kind\": \"Shardles\", \"Title\": \"Benchmark set\", \"BonusClock\": \"90\",\n"
+    printf " \"ExtraLifePoints\": \"300\", \"UseCustomShardles\": true,\n"
+    for (p = 0; p < 2; p++) {
+        printf " \"%s\": [", p ? "CustomChangerPicture" : "CustomShardlePicture"
+        for (i = 0; i < 60; i++) printf "%s%d", i ? "," : "", int(rand() * 2)
+        printf "],\n"
+    }
+    printf " \"Levels\": [\n"
+    for (l = 0; l < 255; l++) {
+        last = int(rand() * 80)
+        printf "  {\"BallX\": %d, \"BallY\": %d, \"Cells\": [", int(rand() * 95), int(rand() * 63)
+        for (i = 0; i < 80; i++) printf "%s%d", i ? "," : "", i == last ? 6 : int(rand() * 16)
+        printf "]}%s\n", l < 254 ? "," : ""
+    }
+    printf "]}\n"
+}' >"$work/generated.json"
+
+forms=(json rsx 83l z80 83p)
+for ext in "${forms[@]}"; do "$exe" "$work/generated.json" "$work/in.$ext"; done
+
+echo "Input sizes:"
+for ext in "${forms[@]}"; do printf '  in.%-4s %7d bytes\n' "$ext" "$(wc -c <"$work/in.$ext")"; done
+echo "Work folder on: $(df -T "$work" | awk 'NR == 2 { print $2 }'), $runs runs a command"
+
+# Each conversion is timed right beside a fresh measure of the start-up, so a
+# machine whose load drifts during the run still compares like with like.
+printf '\n%-18s %12s %12s %8s %10s\n' "conversion" "median ms" "--version ms" "ratio" "CPU ratio"
+worst=0 worstName=
+for from in "${forms[@]}"; do
+    for to in "${forms[@]}"; do
+        hyperfine --shell=none --warmup 10 --runs "$runs" --style none --export-csv "$work/times.csv" \
+            "$exe --version" "$exe $work/in.$from $work/out.$to" >/dev/null 2>&1
+        # command,mean,stddev,median,user,system,min,max (seconds); line 2 is --version
+        line=$(awk -F, -v name="$from->$to" '
+            NR == 2 { base = $4; baseCpu = $5 + $6 }
+            NR == 3 {
+                ratio = $4 / base
+                flag = ratio > 1.5 ? "  over 1.5x" : ""
+                printf "%-18s %12.2f %12.2f %7.2fx %9.2fx%s\n", name, $4 * 1000, base * 1000, ratio,
+                       ($5 + $6) / baseCpu, flag
+            }' "$work/times.csv")
+        echo "$line"
+        ratio=$(awk '{ sub("x", "", $4); print $4 }' <<<"$line")
+        if awk -v a="$ratio" -v b="$worst" 'BEGIN { exit !(a > b) }'; then worst=$ratio worstName="$from->$to"; fi
+    done
+done
+echo
+echo "slowest: $worstName at ${worst}x the start-up (medians)"
