@@ -103,7 +103,14 @@ std::optional<std::string> SourceReader::ReadPicture(PiecePicture& picture, std:
 
 ReadResult SourceReader::Read() {
     auto token = fields_.NextString();
-    if (!token) return Stop("the file ends before the origin line");
+    if (!token) {
+        // Nothing has been replaced yet, so the editor keeps its set, as with a wrong origin.
+        ReadResult untouched = Refuse("");
+        untouched.outcome.where = "line " + std::to_string(fields_.LastLine());
+        untouched.outcome.why = "the file ends before the origin line";
+        MakeLevels(untouched.set, 1);
+        return untouched;
+    }
     if (token->find("9327h") == std::string::npos) {
         ReadResult refused = Refuse("Not compilable code.");
         MakeLevels(refused.set, 1);

@@ -90,7 +90,8 @@ std::optional<LevelSet> Open(FormatId from, const std::string& input) {
     switch (read.outcome.status) {
     case ReadOutcome::Status::Complete: break;
     case ReadOutcome::Status::Refused:
-        Say(input + ": " + read.outcome.message);
+        Say(input + ": " + (read.outcome.message.empty() ? read.outcome.where + ": " + read.outcome.why
+                                                         : read.outcome.message));
         return std::nullopt;
     case ReadOutcome::Status::Stopped:
         Say(input + ": " + read.outcome.where + ": " + read.outcome.why);

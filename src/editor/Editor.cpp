@@ -478,7 +478,7 @@ void Editor::AdoptSet(LevelSet&& set) {
 }
 
 void Editor::ReportRead(const std::string& path, const ReadResult& result) {
-    if (result.stopped())
+    if (!result.complete() && !result.outcome.why.empty())
         ui_.status = "Stopped reading " + FileTitleOf(path) + " at " + result.outcome.where + ": " +
                      result.outcome.why;
     else
@@ -510,7 +510,8 @@ void Editor::ReadFromDialog(FormatId id, bool confirm) {
     }
     ReadResult result = format.read(*bytes);
     if (result.refused()) {
-        prompts_.Message(result.outcome.message);
+        if (result.outcome.message.empty()) ReportRead(choice.path, result);
+        else prompts_.Message(result.outcome.message);
         return;
     }
     ReportRead(choice.path, result);

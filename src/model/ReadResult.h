@@ -10,7 +10,8 @@ namespace shd {
 struct ReadOutcome {
     enum class Status {
         Complete,  // the whole file was read
-        Refused,   // the file was turned away with `message`; the editor keeps its set
+        Refused,   // the file was turned away with `message` (or, when it is empty, silently
+                   // at `where` for `why`); the editor keeps its set
         Stopped,   // the read broke off at `where` because of `why`; `set` holds what was read
     };
     Status status = Status::Complete;

@@ -80,8 +80,15 @@ TEST(CalcSourceReader, OriginNeedsLowerCaseH) {
     EXPECT_EQ(CheckConsistent(read.set), "");
     // Comments and blank lines may come first; the column does not matter.
     EXPECT_TRUE(ReadSourceFile("; levels\r\n\r\n.org 9327h\r\n" + source.substr(source.find('\n') + 1)).complete());
-    ExpectStoppedConsistent(ReadSourceFile(""), "line 1");
-    ExpectStoppedConsistent(ReadSourceFile("\r\n;nothing\r\n"), "line 3");
+    // A file that ends before its origin line has replaced nothing: it is
+    // turned away without a message, saying where.
+    for (auto [text, where] : {std::pair<const char*, const char*>{"", "line 1"}, {"\r\n;nothing\r\n", "line 3"}}) {
+        const ReadResult empty = ReadSourceFile(text);
+        EXPECT_TRUE(empty.refused());
+        EXPECT_EQ(empty.outcome.message, "");
+        EXPECT_EQ(empty.outcome.where, where);
+        EXPECT_EQ(CheckConsistent(empty.set), "");
+    }
 }
 
 TEST(CalcSourceReader, IdPattern) {

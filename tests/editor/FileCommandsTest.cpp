@@ -113,6 +113,12 @@ TEST_F(FileCommands, ForeignFilesAreRefusedAndTheSetStays) {
     editor.OpenLevelFile(FormatId::List);
     EXPECT_EQ(set().Layouts, before.Layouts);
 
+    Write("empty.z80", "; only a comment\r\n\r\n");
+    prompts.ExpectOpen(kSourceOpen, Path("empty.z80"));  // fails before anything is replaced: no message
+    editor.mnuOpenSource_Click();
+    EXPECT_EQ(set().Layouts, before.Layouts);
+    EXPECT_NE(ui().status.find("origin"), std::string::npos) << ui().status;
+
     Write("other.z80", "        .org             9327H\r\n");
     prompts.ExpectOpen(kSourceOpen, Path("other.z80")).ExpectMessage("Not compilable code.");
     editor.mnuOpenSource_Click();
