@@ -46,20 +46,6 @@ TEST(Check, AsksNoQuestionsAboutATiltbashSet) {
     EXPECT_EQ(run.out, "0 findings\n");
 }
 
-TEST(Check, ListsTheDebuggerQuestionsInTheirOrderWithoutAnsweringThem) {
-    LevelSet set = WithLastBlocks(GameKind::Shardles, 2);
-    // One custom shardle, no changer, custom shardles off: questions 4 and 9.
-    // Answering 4 with Yes would not change 9, answering 9 would; neither is applied.
-    set.Layout(2).Cells[1] = 13;
-    const Outcome run = Check(set);
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.out,
-              "Level 2: You have a Custom Shardle without a Changer.  Set Custom as Unused?\n"
-              "Level 2: You used a Custom Block or Custom Changer without using Custom Shardles.  Use Custom "
-              "Shardles?\n"
-              "2 findings\n");
-}
-
 TEST(Check, GivesEachOfTheNineQuestionsWhenItsConditionHolds) {
     LevelSet set = WithLastBlocks(GameKind::Shardles, 1);
     auto& cells = set.Layout(1).Cells;

@@ -93,11 +93,5 @@ TEST(Cp1252, RefusesMalformedUtf8) {
     }
 }
 
-TEST(Cp1252, AcceptsTheLongestSequencesOfEachLength) {
-    EXPECT_EQ(Utf8ToCp1252("\u00FF").bytes, "\xFF");
-    EXPECT_EQ(Utf8ToCp1252("\u2122\u017E").bytes, "\x99\x9E");
-    EXPECT_TRUE(Utf8ToCp1252("").ok());
-}
-
 }  // namespace
 }  // namespace shd
