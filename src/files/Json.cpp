@@ -204,7 +204,7 @@ public:
     bool Finish();
 
 private:
-    enum class Frame { Set, Levels, Level, Cells, Picture, Skipped };
+    enum class Frame { Set, Levels, Level, Cells, Picture };
     struct Open {
         explicit Open(Frame f) : frame(f) {}
         Frame frame;
@@ -213,6 +213,7 @@ private:
         std::string key;              // objects: its name, for messages
     };
     std::vector<Open> open_;  // the objects and arrays not yet closed, innermost last
+    std::size_t skipping_ = 0;  // depth inside a level past the last one, which is only counted
     std::vector<PendingLevel> levels_;
     bool levelsGiven_ = false;
     bool kindGiven_ = false;
@@ -289,6 +290,7 @@ bool SetReader::Whole(const Scalar& value, long long low, long long high, long l
 }
 
 bool SetReader::Value(const Scalar& value) {
+    if (skipping_) return true;
     if (open_.empty()) return Fail(".", "must be an object");
     Open& top = open_.back();
     long long number = 0;
@@ -310,7 +312,6 @@ bool SetReader::Value(const Scalar& value) {
         if (!Whole(value, 0, 255, number)) return false;
         if (top.index < kPictureCells) picture_->cells[top.index] = static_cast<std::uint8_t>(number);
         break;
-    case Frame::Skipped: break;
     }
     Next();
     return true;
@@ -360,6 +361,10 @@ bool SetReader::SlotValue(const Slot& slot, const Scalar& value) {
 }
 
 bool SetReader::start_object(std::size_t) {
+    if (skipping_) {
+        ++skipping_;
+        return true;
+    }
     if (open_.empty()) {
         open_.emplace_back(Frame::Set);
         return true;
@@ -371,10 +376,9 @@ bool SetReader::start_object(std::size_t) {
             levels_.emplace_back();
             open_.emplace_back(Frame::Level);
         } else {
-            open_.emplace_back(Frame::Skipped);  // only counted, for the message
+            skipping_ = 1;
         }
         return true;
-    case Frame::Skipped: open_.emplace_back(Frame::Skipped); return true;
     case Frame::Set:
     case Frame::Level: return Fail(Here(), TypeReason(*top.slot));
     case Frame::Cells: return Fail(Here(), "must be a whole number from 0 to 15");
@@ -384,6 +388,10 @@ bool SetReader::start_object(std::size_t) {
 }
 
 bool SetReader::start_array(std::size_t) {
+    if (skipping_) {
+        ++skipping_;
+        return true;
+    }
     if (open_.empty()) return Fail(".", "must be an object");
     Open& top = open_.back();
     switch (top.frame) {
@@ -414,9 +422,8 @@ bool SetReader::start_array(std::size_t) {
         return Fail(Here(), TypeReason(*top.slot));
     case Frame::Levels:
         if (top.index < static_cast<std::size_t>(kMaxLevels)) return Fail(Here(), "must be an object");
-        open_.emplace_back(Frame::Skipped);
+        skipping_ = 1;
         return true;
-    case Frame::Skipped: open_.emplace_back(Frame::Skipped); return true;
     case Frame::Cells: return Fail(Here(), "must be a whole number from 0 to 15");
     case Frame::Picture: return Fail(Here(), "must be a whole number from 0 to 255");
     }
@@ -424,8 +431,8 @@ bool SetReader::start_array(std::size_t) {
 }
 
 bool SetReader::key(string_t& key) {
+    if (skipping_) return true;
     Open& top = open_.back();
-    if (top.frame == Frame::Skipped) return true;
     const auto find = [&](const auto& slots) -> const Slot* {
         for (const Slot& slot : slots)
             if (key == slot.key) return &slot;
@@ -446,6 +453,10 @@ bool SetReader::CheckCells(std::size_t level, const std::string& place) {
 }
 
 bool SetReader::Close() {
+    if (skipping_) {
+        if (--skipping_ == 0) Next();
+        return true;
+    }
     const Open& top = open_.back();
     const std::string place = Path(open_.size() - 1);
     switch (top.frame) {

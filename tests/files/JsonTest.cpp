@@ -282,7 +282,15 @@ TEST(JsonReader, SurvivesDeepNestingAndHugeInput) {
     EXPECT_EQ(deep.outcome.message, ".: must be an object");
 
     const ReadResult nested = ReadJsonFile(R"({"Levels": [{"Cells": )" + std::string(100000, '[') + "]}]}");
-    EXPECT_TRUE(nested.refused());
+    ASSERT_TRUE(nested.refused());
+    EXPECT_EQ(nested.outcome.message, ".Levels[0].Cells[0]: must be a whole number from 0 to 15");
+
+    // Past the last level nothing is kept, however deep it goes; only the count.
+    const std::string levels = Levels(255);
+    const ReadResult past = ReadJsonFile(R"({"Levels": )" + levels.substr(0, levels.size() - 1) + ", " +
+                                         std::string(300000, '[') + std::string(300000, ']') + "]}");
+    ASSERT_TRUE(past.refused());
+    EXPECT_EQ(past.outcome.message, ".Levels: must hold 1 to 255 levels, not 256");
 }
 
 }  // namespace
