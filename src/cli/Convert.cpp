@@ -43,12 +43,13 @@ public:
         const int fd = ::open(path.c_str(), O_RDONLY);
         if (fd < 0) return;
         struct stat info {};
-        if (::fstat(fd, &info) == 0 && S_ISDIR(info.st_mode)) {
+        const bool known = ::fstat(fd, &info) == 0;
+        if (known && S_ISDIR(info.st_mode)) {
             ::close(fd);
             errno = EISDIR;  // reading a folder would give no bytes rather than fail
             return;
         }
-        if (::fstat(fd, &info) == 0 && S_ISREG(info.st_mode) && info.st_size > 0) {
+        if (known && S_ISREG(info.st_mode) && info.st_size > 0) {
             const auto size = static_cast<std::size_t>(info.st_size);
             void* mapped = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | kPopulate, fd, 0);
             if (mapped != MAP_FAILED) {

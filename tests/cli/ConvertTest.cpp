@@ -203,6 +203,8 @@ TEST(BrokenInput, PrintsTheFileThePlaceAndTheReasonAndWritesNothing) {
         {"bad.z80", "        .org             9327H\r\n", nullptr, "Not compilable code."},
         // Stopped reads: the line is ours to check, the reason the reader's.
         {"bad.txt", "QUARTLEV\r\nT\r\nFalse\r\n", "oldmyfile", "line 4: "},
+        // A refusal that carries a place rather than a message.
+        {"empty.z80", "", nullptr, "line 1: "},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
