@@ -62,4 +62,12 @@ int VirtualKey(const QKeyEvent& event) {
     return VirtualKey(event.key(), event.modifiers());
 }
 
+int PaletteCodeOfKey(const QKeyEvent& event) {
+    if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return -1;
+    const int key = event.key();
+    if (key >= Qt::Key_0 && key <= Qt::Key_9) return key - Qt::Key_0;
+    if (key >= Qt::Key_A && key <= Qt::Key_F) return 10 + (key - Qt::Key_A);
+    return -1;
+}
+
 }  // namespace shd::gui

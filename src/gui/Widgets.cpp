@@ -41,6 +41,11 @@ void PaletteButton::paintEvent(QPaintEvent*) {
 
 void PaletteButton::keyPressEvent(QKeyEvent* event) {
     emit keyDown(VirtualKey(*event));
+    if (const int code = PaletteCodeOfKey(*event); code >= 0) {
+        emit codeTyped(code);
+        event->accept();
+        return;
+    }
     switch (event->key()) {
     case Qt::Key_Left:
     case Qt::Key_Right:
@@ -56,7 +61,10 @@ void PaletteButton::keyPressEvent(QKeyEvent* event) {
 
 // ---- PictureCell ----
 
-PictureCell::PictureCell(int index, QWidget* parent) : QWidget(parent), index_(index) {}
+PictureCell::PictureCell(int index, QWidget* parent) : QWidget(parent), index_(index) {
+    // Clicking the grid takes the focus from a text box, so typed digits choose blocks.
+    setFocusPolicy(Qt::ClickFocus);
+}
 
 void PictureCell::setPicture(const QPixmap& picture) {
     if (picture_.cacheKey() == picture.cacheKey()) return;
@@ -71,12 +79,24 @@ void PictureCell::paintEvent(QPaintEvent*) {
 }
 
 void PictureCell::mousePressEvent(QMouseEvent* event) {
-    emit pressed(index_, event->button());
+    emit pressed(index_, event->button(), event->buttons(), event->globalPosition().toPoint());
+    event->accept();
+}
+
+void PictureCell::mouseMoveEvent(QMouseEvent* event) {
+    // Without mouse tracking, moves come only while a button is down.
+    emit dragged(event->globalPosition().toPoint(), event->buttons());
     event->accept();
 }
 
 void PictureCell::mouseReleaseEvent(QMouseEvent* event) {
     emit released(index_, event->button());
+    event->accept();
+}
+
+void PictureCell::keyPressEvent(QKeyEvent* event) {
+    if (const int code = PaletteCodeOfKey(*event); code >= 0) emit codeTyped(code);
+    else emit keyDown(VirtualKey(*event));
     event->accept();
 }
 

@@ -22,6 +22,8 @@ public:
 signals:
     // Every key that goes down on the button, as a virtual-key code.
     void keyDown(int virtualKey);
+    // A hexadecimal digit typed on the button: the palette code it names.
+    void codeTyped(int code);
 
 protected:
     void paintEvent(QPaintEvent*) override;
@@ -32,7 +34,8 @@ private:
     QPixmap picture_;
 };
 
-// A grid cell: shows a picture scaled to the cell and reports its mouse buttons.
+// A grid cell: shows a picture scaled to the cell and reports its mouse
+// buttons and keys. A click gives it the focus.
 class PictureCell : public QWidget {
     Q_OBJECT
 public:
@@ -42,14 +45,23 @@ public:
     const QPixmap& picture() const { return picture_; }
 
 signals:
-    void pressed(int index, Qt::MouseButton button);
-    // Qt sends the release to the cell where the press began, wherever the pointer is.
+    // `held` are the buttons down after the press, this one included.
+    void pressed(int index, Qt::MouseButton button, Qt::MouseButtons held, QPoint globalPosition);
+    // Qt sends the moves and the release to the cell where the press began,
+    // wherever the pointer is; the global position tells where it is.
+    void dragged(QPoint globalPosition, Qt::MouseButtons held);
     void released(int index, Qt::MouseButton button);
+    // A hexadecimal digit typed on the cell: the palette code it names.
+    void codeTyped(int code);
+    // Any other key that goes down on the cell, as a virtual-key code.
+    void keyDown(int virtualKey);
 
 protected:
     void paintEvent(QPaintEvent*) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     int index_;

@@ -15,6 +15,10 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QStandardPaths>
+#include <QStatusBar>
+#include <QUndoStack>
+#include <cmath>
+#include <cstdlib>
 
 #include "gui/KeyCodes.h"
 #include "gui/Text.h"
@@ -25,6 +29,7 @@ namespace shd::gui {
 namespace {
 const QColor kGrey(192, 192, 192);
 constexpr int kButtonPadding = 4;  // pixels a button's caption keeps from each side
+constexpr int kUndoLimit = 500;    // steps; each holds the whole set twice
 
 std::optional<MouseButton> ButtonOf(Qt::MouseButton button) {
     switch (button) {
@@ -120,8 +125,14 @@ frmDev::frmDev(Prompts* prompts, std::optional<ScreenMetrics> metrics, QWidget* 
     setCentralWidget(background_);
     connect(background_, &Background::pressed, this, &frmDev::BackgroundPressed);
 
+    undoStack_ = new QUndoStack(this);
+    undoStack_->setUndoLimit(kUndoLimit);
+    steps_ = std::make_unique<UndoSteps>(*undoStack_, [this](const EditorState& state) { ShowState(state); });
+    editor_.SetStepSink(steps_.get());
+
     BuildControls();
     BuildMenus();
+    BuildStatusBar();
     std::vector<std::pair<QString, int>> captions;
     for (QLabel* label : background_->findChildren<QLabel*>())
         captions.emplace_back(QString(label->text()).remove(QLatin1Char('&')), label->width());
@@ -144,6 +155,7 @@ void frmDev::BuildControls() {
         connect(button, &QAbstractButton::clicked, this, [this, code] { Run([&] { editor_.optBlocks_Click(code); }); });
         connect(button, &PaletteButton::keyDown, this,
                 [this](int key) { Run([&] { editor_.optBlocks_KeyDown(key); }, true); });
+        connect(button, &PaletteButton::codeTyped, this, &frmDev::ChooseTypedCode);
         palette_[static_cast<std::size_t>(code)] = button;
     }
 
@@ -219,13 +231,15 @@ void frmDev::BuildMenus() {
     AddAction(mnuNew, "&Shardles File", "mnuNewShd", [&e] { e.mnuNewShd_Click(); }, true);
     AddAction(mnuNew, "&Tiltbash File", "mnuNewTil", [&e] { e.mnuNewTil_Click(); }, true);
     QMenu* mnuOpen = AddMenu(mnuFile, "&Open", "mnuOpen");
-    AddAction(mnuOpen, "&My File", "mnuOpenMyFile", [&e] { e.OpenLevelFile(FormatId::MyFile); });
+    AddAction(mnuOpen, "&My File", "mnuOpenMyFile", [&e] { e.OpenLevelFile(FormatId::MyFile); })
+        ->setShortcuts(QKeySequence::Open);
     AddAction(mnuOpen, "&Old My File", "mnuOpenOld", [&e] { e.OpenLevelFile(FormatId::OldMyFile); });
     AddAction(mnuOpen, "&TI-83 List", "mnuOpenList", [&e] { e.OpenLevelFile(FormatId::List); });
     AddAction(mnuOpen, "&Compiled Code", "mnuOpenCode", [&e] { e.mnuOpenCode_Click(); });
     AddAction(mnuOpen, "&Source Code", "mnuOpenSource", [&e] { e.mnuOpenSource_Click(); });
     QMenu* mnuSave = AddMenu(mnuFile, "&Save", "mnuSave");
-    AddAction(mnuSave, "&My File", "mnuSaveMyFile", [&e] { e.SaveLevelFile(FormatId::MyFile); });
+    AddAction(mnuSave, "&My File", "mnuSaveMyFile", [&e] { e.SaveLevelFile(FormatId::MyFile); })
+        ->setShortcuts(QKeySequence::Save);
     AddAction(mnuSave, "&TI-83 List", "mnuSaveList", [&e] { e.SaveLevelFile(FormatId::List); });
     AddAction(mnuSave, "&Compiled Code", "mnuSaveCode", [&e] { e.mnuSaveCode_Click(); });
     AddAction(mnuSave, "&Source Code", "mnuSaveSource", [&e] { e.mnuSaveSource_Click(); });
@@ -233,6 +247,21 @@ void frmDev::BuildMenus() {
     QAction* mnuExit = mnuFile->addAction(QStringLiteral("E&xit"));
     mnuExit->setObjectName(QStringLiteral("mnuExit"));
     connect(mnuExit, &QAction::triggered, this, &QWidget::close);  // closing asks what closing asks
+
+    // Undo and redo go through the stack; each is enabled while it has a step to take.
+    QMenu* mnuEdit = AddMenu(bar, "&Edit", "mnuEdit");
+    mnuUndo_ = mnuEdit->addAction(QStringLiteral("&Undo"));
+    mnuUndo_->setObjectName(QStringLiteral("mnuUndo"));
+    mnuUndo_->setShortcuts(QKeySequence::Undo);
+    mnuUndo_->setEnabled(undoStack_->canUndo());
+    connect(mnuUndo_, &QAction::triggered, this, [this] { Run([&] { undoStack_->undo(); }); });
+    connect(undoStack_, &QUndoStack::canUndoChanged, mnuUndo_, &QAction::setEnabled);
+    mnuRedo_ = mnuEdit->addAction(QStringLiteral("&Redo"));
+    mnuRedo_->setObjectName(QStringLiteral("mnuRedo"));
+    mnuRedo_->setShortcuts(QKeySequence::Redo);
+    mnuRedo_->setEnabled(undoStack_->canRedo());
+    connect(mnuRedo_, &QAction::triggered, this, [this] { Run([&] { undoStack_->redo(); }); });
+    connect(undoStack_, &QUndoStack::canRedoChanged, mnuRedo_, &QAction::setEnabled);
 
     mnuCreate_ = AddMenu(bar, "&Create", "mnuCreate");
     AddAction(mnuCreate_, "&Normal Shardle", "mnuCreateNormShd", [&e] { e.mnuCreateNormShd_Click(); });
@@ -261,14 +290,40 @@ void frmDev::BuildMenus() {
     AddAction(mnuTrickey_, "&Reset All", "mnuResetAll", [&e] { e.mnuResetAll_Click(); });
 }
 
+void frmDev::BuildStatusBar() {
+    QStatusBar* bar = statusBar();
+    bar->setObjectName(QStringLiteral("statusBar"));
+    bar->setSizeGripEnabled(false);
+    auto label = [bar](const char* name) {
+        auto* l = new QLabel(bar);
+        l->setObjectName(QString::fromLatin1(name));
+        l->setTextFormat(Qt::PlainText);
+        return l;
+    };
+    // How the last read or write ended on the left, where the level stands on the right.
+    statusLine_ = label("statusLine");
+    bar->addWidget(statusLine_, 1);
+    statusLevel_ = label("statusLevel");
+    bar->addPermanentWidget(statusLevel_);
+    statusBlocks_ = label("statusBlocks");
+    bar->addPermanentWidget(statusBlocks_);
+}
+
 void frmDev::Start(const QString& iniPath, const QString& programFolder) {
     programFolder_ = programFolder;
     Run([&] { editor_.FormLoad(PathBytes(iniPath), PathBytes(programFolder)); }, true);
 }
 
 void frmDev::Run(const std::function<void()>& handler, bool focusPalette) {
+    // Whatever comes in while a button is still down on the grid ends its stroke first.
+    CloseStroke();
     handler();
     Sync(focusPalette);
+}
+
+void frmDev::ShowState(const EditorState& state) {
+    editor_.ApplyState(state);
+    Sync(false);
 }
 
 void frmDev::SyncFromState() { Sync(false); }
@@ -294,6 +349,7 @@ void frmDev::Sync(bool focusPalette) {
     SyncGrid();
     SyncTexts();
     SyncMenus();
+    SyncStatus();
 
     const bool shardles = ui.shardlesControlsVisible;
     for (QWidget* w : std::initializer_list<QWidget*>{lblBonus_, cmbBonus_, lblExLife_, cmbExLife_, lblBallx_,
@@ -319,7 +375,12 @@ void frmDev::SyncGrid() {
         auto* cell = new PictureCell(static_cast<int>(cells_.size()), background_);
         cell->setObjectName(QStringLiteral("pctBox%1").arg(cells_.size()));
         connect(cell, &PictureCell::pressed, this, &frmDev::CellPressed);
+        connect(cell, &PictureCell::dragged, this, &frmDev::CellDragged);
         connect(cell, &PictureCell::released, this, [this](int, Qt::MouseButton button) { CellReleased(button); });
+        connect(cell, &PictureCell::codeTyped, this, &frmDev::ChooseTypedCode);
+        // Any other key acts as on the palette, so Left and Right still step after painting.
+        connect(cell, &PictureCell::keyDown, this,
+                [this](int key) { Run([&] { editor_.optBlocks_KeyDown(key); }, true); });
         cell->show();
         cells_.push_back(cell);
     }
@@ -359,20 +420,84 @@ void frmDev::SyncMenus() {
     mnuShdOp_->menuAction()->setVisible(ui.optionsMenuVisible);
 }
 
+void frmDev::SyncStatus() {
+    const LevelSet& set = editor_.set();
+    statusLevel_->setText(
+        QStringLiteral("Level %1 of %2").arg(static_cast<int>(set.CurrentLevel)).arg(static_cast<int>(set.LevelCount())));
+    statusBlocks_->setText(QStringLiteral("Blocks: %1").arg(editor_.LiveBlockCount()));
+    // The line names a file, so it crosses as a path does.
+    statusLine_->setText(PathText(editor_.ui().status));
+}
+
 // ---- mouse ----
 
-// The cell where a press began takes the release. A drag that paints every
-// cell it crosses would call PaintCell here and on each cell entered, and
-// EndStroke on the release.
-void frmDev::CellPressed(int index, Qt::MouseButton button) {
-    if (!stroke_) stroke_ = Stroke{index, button};
+// A stroke: the press paints its cell, each cell the pointer then enters is
+// painted the same way, and the release runs the debugger once. A press and
+// release on one cell is the plain click it always was.
+void frmDev::CellPressed(int index, Qt::MouseButton button, Qt::MouseButtons held, QPoint globalPosition) {
+    // A stroke whose release never came (the pointer was taken away) ends now.
+    if (stroke_ && !held.testFlag(stroke_->button)) CloseStroke();
+    if (stroke_) return;  // another button during a stroke does nothing
+    const auto b = ButtonOf(button);
+    if (!b) return;
+    Run([&] {
+        editor_.BeginStroke();
+        editor_.PaintCell(index, *b);  // the middle button paints nothing
+    });
+    stroke_ = Stroke{button, index, globalPosition};
+}
+
+void frmDev::CellDragged(QPoint globalPosition, Qt::MouseButtons held) {
+    if (!stroke_ || !held.testFlag(stroke_->button)) return;
+    const MouseButton b = *ButtonOf(stroke_->button);
+    // Walk the way from the last position pixel by pixel, so a quick drag
+    // that Qt reports in big jumps still paints every cell it crossed.
+    const QPoint from = background_->mapFromGlobal(stroke_->lastPosition);
+    const QPoint to = background_->mapFromGlobal(globalPosition);
+    const int steps = std::max(std::abs(to.x() - from.x()), std::abs(to.y() - from.y()));
+    std::vector<int> entered;
+    int last = stroke_->lastCell;
+    for (int s = 1; s <= steps; ++s) {
+        const double t = static_cast<double>(s) / steps;
+        const QPoint p(from.x() + static_cast<int>(std::lround((to.x() - from.x()) * t)),
+                       from.y() + static_cast<int>(std::lround((to.y() - from.y()) * t)));
+        const int cell = CellAt(p);
+        if (cell >= 0 && cell != last) entered.push_back(cell);
+        last = cell;
+    }
+    stroke_->lastCell = last;
+    stroke_->lastPosition = globalPosition;
+    if (entered.empty() || b == MouseButton::Middle) return;
+    for (const int cell : entered) editor_.PaintCell(cell, b);
+    Sync(false);
 }
 
 void frmDev::CellReleased(Qt::MouseButton button) {
     if (!stroke_ || stroke_->button != button) return;
-    const Stroke stroke = *stroke_;
+    CloseStroke();
+    Sync(false);
+}
+
+void frmDev::CloseStroke() {
+    if (!stroke_) return;
     stroke_.reset();
-    if (const auto b = ButtonOf(button)) Run([&] { editor_.pctBox_MouseUp(stroke.cell, *b); });
+    editor_.EndStroke();
+}
+
+int frmDev::CellAt(QPoint backgroundPosition) const {
+    const auto* cell = qobject_cast<const PictureCell*>(background_->childAt(backgroundPosition));
+    return cell ? cell->index() : -1;
+}
+
+// ---- keys and closing ----
+
+// A digit typed on the grid or the palette chooses its block as a click on
+// its palette button would.
+void frmDev::ChooseTypedCode(int code) {
+    Run([&] { editor_.optBlocks_Click(code); });
+    PaletteButton* button = palette_[static_cast<std::size_t>(code)];
+    button->setChecked(true);
+    button->setFocus(Qt::OtherFocusReason);
 }
 
 void frmDev::BackgroundPressed(Qt::MouseButton button, QPoint globalPosition) {
@@ -382,8 +507,6 @@ void frmDev::BackgroundPressed(Qt::MouseButton button, QPoint globalPosition) {
     Run([&] { popUp = editor_.Form_MouseDown(*b); });
     if (popUp) mnuTrickey_->popup(globalPosition);
 }
-
-// ---- keys and closing ----
 
 bool frmDev::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyRelease) {

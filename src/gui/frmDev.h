@@ -14,6 +14,7 @@
 #include "gui/BlockPictures.h"
 #include "gui/QtPrompts.h"
 #include "gui/Twips.h"
+#include "gui/UndoSteps.h"
 
 class QAction;
 class QComboBox;
@@ -21,6 +22,7 @@ class QLabel;
 class QLineEdit;
 class QMenu;
 class QPushButton;
+class QUndoStack;
 
 namespace shd::gui {
 
@@ -52,6 +54,7 @@ public:
     int cellCount() const { return static_cast<int>(cells_.size()); }
     PictureCell* cell(int index) const { return cells_[static_cast<std::size_t>(index)]; }
     QMenu* trickyMenu() const { return mnuTrickey_; }
+    QUndoStack* undoStack() const { return undoStack_; }
 
     // Shows the state: every control, picture, text, check mark and visibility.
     void SyncFromState();
@@ -63,6 +66,7 @@ protected:
 private:
     void BuildControls();
     void BuildMenus();
+    void BuildStatusBar();
     QMenu* AddMenu(QWidget* parent, const char* caption, const char* name);
     QAction* AddAction(QMenu* menu, const char* caption, const char* name, std::function<void()> handler,
                        bool focusPalette = false);
@@ -73,8 +77,15 @@ private:
     void SyncTexts();
     void SyncMenus();
 
-    void CellPressed(int index, Qt::MouseButton button);
+    void SyncStatus();
+    void ShowState(const EditorState& state);
+
+    void CellPressed(int index, Qt::MouseButton button, Qt::MouseButtons held, QPoint globalPosition);
+    void CellDragged(QPoint globalPosition, Qt::MouseButtons held);
     void CellReleased(Qt::MouseButton button);
+    void CloseStroke();
+    int CellAt(QPoint backgroundPosition) const;
+    void ChooseTypedCode(int code);
     void BackgroundPressed(Qt::MouseButton button, QPoint globalPosition);
 
     ScreenMetrics metrics_;
@@ -86,12 +97,21 @@ private:
     int loadedGeneration_ = -1;
     bool syncing_ = false;
 
-    // The press that a release will paint with, if any.
+    // A button held down on the grid: the cells it paints until its release.
     struct Stroke {
-        int cell;
         Qt::MouseButton button;
+        int lastCell;          // the cell the pointer was last seen over, -1 off the grid
+        QPoint lastPosition;   // global
     };
     std::optional<Stroke> stroke_;
+
+    QUndoStack* undoStack_ = nullptr;
+    std::unique_ptr<UndoSteps> steps_;
+    QAction* mnuUndo_ = nullptr;
+    QAction* mnuRedo_ = nullptr;
+    QLabel* statusLine_ = nullptr;
+    QLabel* statusLevel_ = nullptr;
+    QLabel* statusBlocks_ = nullptr;
 
     Background* background_ = nullptr;
     std::array<PaletteButton*, 16> palette_{};

@@ -113,7 +113,12 @@ TEST_F(WindowTest, EveryCaptionFitsItsControl) {
 
 TEST_F(WindowTest, MenusHaveTheirCaptionsNamesAndOrder) {
     EXPECT_EQ(Entries(window->menuBar()->actions()),
-              (std::vector<Entry>{{"&File", "mnuFile"}, {"&Create", "mnuCreate"}, {"&Tricky", "mnuTrickey"}}));
+              (std::vector<Entry>{{"&File", "mnuFile"},
+                                  {"&Edit", "mnuEdit"},
+                                  {"&Create", "mnuCreate"},
+                                  {"&Tricky", "mnuTrickey"}}));
+    EXPECT_EQ(Entries(Find<QMenu>("mnuEdit")->actions()),
+              (std::vector<Entry>{{"&Undo", "mnuUndo"}, {"&Redo", "mnuRedo"}}));
     EXPECT_EQ(Entries(Find<QMenu>("mnuFile")->actions()),
               (std::vector<Entry>{{"&New", "mnuNew"}, {"&Open", "mnuOpen"}, {"&Save", "mnuSave"}, {"-", "mnu"},
                                   {"E&xit", "mnuExit"}}));
@@ -276,21 +281,20 @@ TEST_F(WindowTest, TheMiddleButtonPaintsNothingButRunsTheDebugger) {
     EXPECT_TRUE(CellShows(1, 0));
 }
 
-TEST_F(WindowTest, AReleasePaintsTheCellWhereThePressBegan) {
-    Trigger("mnuNewTil");  // no debugger
-    Click(window->paletteButton(1));
+TEST_F(WindowTest, APressPaintsItsCellAndOnlyTheReleaseOfThatButtonRunsTheDebugger) {
+    Click(window->paletteButton(2));
+    // Pressed: the cell is painted at once, and nothing is asked yet.
     QTest::mousePress(window->cell(3), Qt::LeftButton);
+    EXPECT_EQ(set().Layout(1).Cells[3], 2);
+    EXPECT_TRUE(CellShows(3, 2));
+    // A release reported elsewhere without a move in between paints nothing more.
+    QTest::mouseRelease(window->cell(3), Qt::RightButton);  // another button: the stroke goes on
+    prompts.ExpectYesNo(kSpottedQuestion, false);
     QTest::mouseRelease(window->cell(5), Qt::LeftButton);
-    EXPECT_EQ(set().Layout(1).Cells[3], 1);
+    EXPECT_TRUE(prompts.done());
     EXPECT_EQ(set().Layout(1).Cells[5], 0);
-    EXPECT_TRUE(CellShows(3, 1));
     EXPECT_TRUE(CellShows(5, 0));
-    // A release of another button than the one pressed paints nothing.
-    QTest::mousePress(window->cell(6), Qt::LeftButton);
-    QTest::mouseRelease(window->cell(6), Qt::RightButton);
-    EXPECT_EQ(set().Layout(1).Cells[6], 0);
-    QTest::mouseRelease(window->cell(6), Qt::LeftButton);
-    EXPECT_EQ(set().Layout(1).Cells[6], 1);
+    EXPECT_EQ(set().Record(1).SpottedCount, 1);
 }
 
 TEST_F(WindowTest, RightPressOnATiltbashBackgroundPopsUpTrickyWithoutTheShardlesSubmenus) {
@@ -352,7 +356,7 @@ TEST_F(WindowTest, LeftAndRightStepThroughThePaletteWithItsWrapAndNothingElseMov
 TEST_F(WindowTest, AnyKeyOnAnotherPaletteButtonSendsTheFocusBackToTheChosenOne) {
     Click(window->paletteButton(6));
     window->paletteButton(9)->setFocus();
-    QTest::keyClick(window->paletteButton(9), Qt::Key_A);
+    QTest::keyClick(window->paletteButton(9), Qt::Key_G);  // not a hexadecimal digit
     EXPECT_EQ(ui().SelectedBlock, 6);
     EXPECT_EQ(window->focusWidget(), window->paletteButton(6));
 }
