@@ -7,6 +7,7 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "model/Cp1252.h"
@@ -21,7 +22,7 @@ using nlohmann::json;
 enum class Shape { Kind, Text, SetFlag, Picture, Levels, Cells, LayoutNumber, RecordFlag, RecordNumber };
 
 struct Slot {
-    const char* key;
+    std::string_view key;
     Shape shape;
     Bytes LevelSet::*text = nullptr;
     bool LevelSet::*setFlag = nullptr;
@@ -50,13 +51,13 @@ const Slot kSetSlots[] = {
 
 // A level's numbers are written a few to a line, one line per group of the
 // record; `last` ends the line.
-constexpr Slot LayoutNumber(const char* key, std::int16_t LevelLayout::*field, bool last = false) {
+constexpr Slot LayoutNumber(std::string_view key, std::int16_t LevelLayout::*field, bool last = false) {
     return {.key = key, .shape = Shape::LayoutNumber, .layoutNumber = field, .sharesLine = !last};
 }
-constexpr Slot RecordFlag(const char* key, bool LevelRecord::*field) {
+constexpr Slot RecordFlag(std::string_view key, bool LevelRecord::*field) {
     return {.key = key, .shape = Shape::RecordFlag, .recordFlag = field, .sharesLine = true};
 }
-constexpr Slot RecordNumber(const char* key, std::int16_t LevelRecord::*field, bool last = false) {
+constexpr Slot RecordNumber(std::string_view key, std::int16_t LevelRecord::*field, bool last = false) {
     return {.key = key, .shape = Shape::RecordNumber, .recordNumber = field, .sharesLine = !last};
 }
 constexpr bool kLast = true;
@@ -93,7 +94,7 @@ class JsonText {
 public:
     std::string out;
 
-    void Key(int indent, const char* key) {
+    void Key(int indent, std::string_view key) {
         out.append(static_cast<std::size_t>(indent), ' ');
         out += '"';
         out += key;
@@ -239,7 +240,7 @@ private:
     bool SlotValue(const Slot& slot, const Scalar& value);
     bool Whole(const Scalar& value, long long low, long long high, long long& out);
     bool Close();
-    bool CheckCells(std::size_t level, const std::string& place);
+    std::optional<std::string> CellsFault(std::size_t level) const;
     static std::string TypeReason(const Slot& slot);
     void Next() {
         if (!open_.empty()) ++open_.back().index;
@@ -433,9 +434,15 @@ bool SetReader::start_array(std::size_t) {
 bool SetReader::key(string_t& key) {
     if (skipping_) return true;
     Open& top = open_.back();
+    // Keys mostly come in the order they are written, so the search starts
+    // after the key before.
     const auto find = [&](const auto& slots) -> const Slot* {
-        for (const Slot& slot : slots)
-            if (key == slot.key) return &slot;
+        const std::size_t count = std::size(slots);
+        const std::size_t start = top.slot ? static_cast<std::size_t>(top.slot - std::begin(slots)) + 1 : 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            const Slot& slot = slots[(start + i) % count];
+            if (slot.key == key) return &slot;
+        }
         return nullptr;
     };
     top.slot = top.frame == Frame::Set ? find(kSetSlots) : find(kLevelSlots);
@@ -445,11 +452,11 @@ bool SetReader::key(string_t& key) {
     return true;
 }
 
-bool SetReader::CheckCells(std::size_t level, const std::string& place) {
+std::optional<std::string> SetReader::CellsFault(std::size_t level) const {
     const PendingLevel& pending = levels_[level];
     const auto wanted = static_cast<std::size_t>(CellCount(set.Kind));
-    if (!pending.cellsGiven || pending.cellCount == wanted) return true;
-    return Fail(place, "must hold " + std::to_string(wanted) + " numbers, not " + std::to_string(pending.cellCount));
+    if (!pending.cellsGiven || pending.cellCount == wanted) return std::nullopt;
+    return "must hold " + std::to_string(wanted) + " numbers, not " + std::to_string(pending.cellCount);
 }
 
 bool SetReader::Close() {
@@ -458,19 +465,20 @@ bool SetReader::Close() {
         return true;
     }
     const Open& top = open_.back();
-    const std::string place = Path(open_.size() - 1);
+    auto place = [&] { return Path(open_.size() - 1); };
     switch (top.frame) {
     case Frame::Cells:
         // Checked now when the kind is known, else once the whole set is read.
-        if (kindGiven_ && !CheckCells(levels_.size() - 1, place)) return false;
+        if (kindGiven_)
+            if (auto why = CellsFault(levels_.size() - 1)) return Fail(place(), *why);
         break;
     case Frame::Picture:
         if (top.index != kPictureCells)
-            return Fail(place, "must hold 60 numbers, not " + std::to_string(top.index));
+            return Fail(place(), "must hold 60 numbers, not " + std::to_string(top.index));
         break;
     case Frame::Levels:
         if (top.index == 0 || top.index > static_cast<std::size_t>(kMaxLevels))
-            return Fail(place, "must hold 1 to 255 levels, not " + std::to_string(top.index));
+            return Fail(place(), "must hold 1 to 255 levels, not " + std::to_string(top.index));
         break;
     default: break;
     }
@@ -485,7 +493,7 @@ bool SetReader::Finish() {
         return true;
     }
     for (std::size_t i = 0; i < levels_.size(); ++i)
-        if (!CheckCells(i, ".Levels[" + std::to_string(i) + "].Cells")) return false;
+        if (auto why = CellsFault(i)) return Fail(".Levels[" + std::to_string(i) + "].Cells", *why);
     MakeLevels(set, static_cast<int>(levels_.size()));
     for (std::size_t i = 0; i < levels_.size(); ++i) {
         PendingLevel& pending = levels_[i];
