@@ -298,6 +298,8 @@ void frmDev::BuildStatusBar() {
         auto* l = new QLabel(bar);
         l->setObjectName(QString::fromLatin1(name));
         l->setTextFormat(Qt::PlainText);
+        // Room on either side, so the counts never run together.
+        l->setContentsMargins(8, 0, 8, 0);
         return l;
     };
     // How the last read or write ended on the left, where the level stands on the right.
