@@ -27,7 +27,10 @@ bool MergesWithPrevious(StepKind kind) {
 
 void History::Push(Step step) {
     steps_.resize(next_);
-    if (!steps_.empty() && MergesWithPrevious(step.kind) && steps_.back().kind == step.kind) {
+    // Only typing that follows on directly merges: a level switch between two
+    // edits of a ball box leaves them two steps.
+    if (!steps_.empty() && MergesWithPrevious(step.kind) && steps_.back().kind == step.kind &&
+        steps_.back().after == step.before) {
         steps_.back().after = std::move(step.after);
         return;
     }

@@ -30,8 +30,10 @@ public:
     }
 
     bool mergeWith(const QUndoCommand* other) override {
+        // Only typing that follows on directly merges: a level switch between
+        // two edits of a ball box leaves them two steps.
         const auto* next = dynamic_cast<const StepCommand*>(other);
-        if (next == nullptr) return false;
+        if (next == nullptr || !(next->before_ == after_)) return false;
         after_ = next->after_;
         // Typing that ends where it began is no step at all.
         setObsolete(after_ == before_);

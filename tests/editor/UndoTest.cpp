@@ -115,6 +115,21 @@ TEST_F(Undo, TextEditsMergeAndNothingChangedRecordsNothing) {
     EXPECT_EQ(ui().SelectedBlock, 4);  // the palette choice is not part of the set
 }
 
+TEST_F(Undo, TypingMergesOnlyWhenNothingCameBetween) {
+    TurnDebuggerOff();
+    AddLevels(1);
+    const std::size_t start = history.size();
+    editor.txtBallx_KeyUp('1', "1");
+    editor.txtBallx_KeyUp('2', "12");
+    EXPECT_EQ(history.size(), start + 1);
+    SwitchTo(2);
+    editor.txtBallx_KeyUp('3', "3");
+    EXPECT_EQ(history.size(), start + 2);
+    UndoStep();
+    EXPECT_EQ(set().CurrentLevel, 2);
+    EXPECT_EQ(set().Layout(1).BallX, 12);
+}
+
 TEST_F(Undo, NewAndOpenStartAnEmptyHistory) {
     TurnDebuggerOff();
     Paint(3, 1);
