@@ -116,9 +116,7 @@ ReadResult ImageReader::Read() {
         set_.UseWrapAround = (*settings & 0x02) != 0;
         set_.ArrowBlocksBreakable = (*settings & 0x01) != 0;
     } else if (*kindByte != 'T') {
-        ReadResult refused = Refuse("This is not a Shardles or Tiltbash file.");
-        MakeLevels(refused.set, 1);
-        return refused;
+        return Refuse("This is not a Shardles or Tiltbash file.");
     }
 
     const std::size_t countOffsetAt = pos;

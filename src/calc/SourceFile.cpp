@@ -108,14 +108,9 @@ ReadResult SourceReader::Read() {
         ReadResult untouched = Refuse("");
         untouched.outcome.where = "line " + std::to_string(fields_.LastLine());
         untouched.outcome.why = "the file ends before the origin line";
-        MakeLevels(untouched.set, 1);
         return untouched;
     }
-    if (token->find("9327h") == std::string::npos) {
-        ReadResult refused = Refuse("Not compilable code.");
-        MakeLevels(refused.set, 1);
-        return refused;
-    }
+    if (token->find("9327h") == std::string::npos) return Refuse("Not compilable code.");
 
     // From here the set is replaced: set_ starts as a reset set.
     token = fields_.NextString();

@@ -5,13 +5,6 @@
 #include <cstring>
 #include <optional>
 
-#if defined(__unix__) || defined(__APPLE__)
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
-#endif
-
 #include "files/FileIo.h"
 #include "rules/LevelChecks.h"
 
@@ -28,61 +21,11 @@ void Say(const std::string& line) {
     std::fputc('\n', stderr);
 }
 
-#ifdef MAP_POPULATE
-constexpr int kPopulate = MAP_POPULATE;  // one call maps every page, rather than one fault each
-#elif defined(__unix__) || defined(__APPLE__)
-constexpr int kPopulate = 0;
-#endif
-
-// The input's bytes, mapped from the page cache where the system allows:
-// copying them into fresh memory costs more than reading them does.
-class InputFile {
-public:
-    explicit InputFile(const std::string& path) {
-#if defined(__unix__) || defined(__APPLE__)
-        const int fd = ::open(path.c_str(), O_RDONLY);
-        if (fd < 0) return;
-        struct stat info {};
-        const bool known = ::fstat(fd, &info) == 0;
-        if (known && S_ISDIR(info.st_mode)) {
-            ::close(fd);
-            errno = EISDIR;  // reading a folder would give no bytes rather than fail
-            return;
-        }
-        if (known && S_ISREG(info.st_mode) && info.st_size > 0) {
-            const auto size = static_cast<std::size_t>(info.st_size);
-            void* mapped = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | kPopulate, fd, 0);
-            if (mapped != MAP_FAILED) {
-                map_ = static_cast<const char*>(mapped);
-                size_ = size;
-            }
-        }
-        ::close(fd);
-        if (map_) return;
-#endif
-        copy_ = ReadWholeFile(path);
-    }
-    ~InputFile() {
-#if defined(__unix__) || defined(__APPLE__)
-        if (map_) ::munmap(const_cast<char*>(map_), size_);
-#endif
-    }
-    InputFile(const InputFile&) = delete;
-    InputFile& operator=(const InputFile&) = delete;
-    bool ok() const { return map_ || copy_; }
-    std::string_view view() const { return map_ ? std::string_view(map_, size_) : std::string_view(*copy_); }
-
-private:
-    const char* map_ = nullptr;
-    std::size_t size_ = 0;
-    std::optional<std::string> copy_;
-};
-
 // The set as the editor holds it right after opening, or nothing when the
 // read did not complete (the reason is already printed).
 std::optional<LevelSet> Open(FormatId from, const std::string& input) {
     errno = 0;
-    const InputFile bytes(input);
+    const FileBytes bytes(input);
     if (!bytes.ok()) {
         Say(input + ": cannot be read" + (errno ? std::string(": ") + std::strerror(errno) : std::string()));
         return std::nullopt;

@@ -1,6 +1,8 @@
 #include "editor/Editor.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 
 #include "files/FileIo.h"
 #include "model/Numbers.h"
@@ -503,12 +505,12 @@ void Editor::ReadFromDialog(FormatId id, bool confirm) {
     const Format& format = GetFormat(id);
     const FileChoice choice = prompts_.OpenFileDialog(format.openFilter, lastFolder_);
     if (choice.path.empty()) return;
-    auto bytes = ReadWholeFile(choice.path);
-    if (!bytes) {
-        ui_.status = "Could not read " + FileTitleOf(choice.path);
+    const FileBytes bytes(choice.path);
+    if (!bytes.ok()) {
+        ui_.status = "Could not read " + FileTitleOf(choice.path) + ": " + std::strerror(errno);
         return;
     }
-    ReadResult result = format.read(*bytes);
+    ReadResult result = format.read(bytes.view());
     if (result.refused()) {
         if (result.outcome.message.empty()) ReportRead(choice.path, result);
         else prompts_.Message(result.outcome.message);

@@ -143,12 +143,6 @@ std::string Quote(std::string_view text) {
     return "\"" + std::string(text.substr(0, kShown)) + "...\"";
 }
 
-// A refused file leaves the editor's set alone; the result still holds a whole one.
-ReadResult RefuseFile(std::string_view message) {
-    ReadResult result = Refuse(std::string(message));
-    MakeLevels(result.set, 1);
-    return result;
-}
 
 enum class ByteRule { WholeItem, LeadingPart };
 
@@ -364,7 +358,7 @@ bool ReadLevels(SetReader& reader, Layout layout, int count) {
 ReadResult ReadEditorFile(std::string_view bytes, Layout layout) {
     SetReader reader(bytes);
     const auto magic = reader.Scan().ReadLine();
-    if (!magic || *magic != kMagic) return RefuseFile(kNotMine);
+    if (!magic || *magic != kMagic) return Refuse(std::string(kNotMine));
     int count = 0;
     const bool complete = reader.TextLine(reader.Set().Title, "the title") &&
                           ReadSetWide(reader, layout, count) && ReadLevels(reader, layout, count);
@@ -422,7 +416,7 @@ ReadResult ReadListFile(std::string_view bytes) {
     SetReader reader(bytes);
     const auto title = reader.Scan().ReadLine();
     const auto header = reader.Scan().ReadLine();
-    if (!title || !header || !header->starts_with("//L")) return RefuseFile(kNotList);
+    if (!title || !header || !header->starts_with("//L")) return Refuse(std::string(kNotList));
     reader.Set().Title = Bytes(*title);
     int count = 0;
     const bool complete = ReadSetWide(reader, Layout::List, count) && ReadLevels(reader, Layout::List, count);

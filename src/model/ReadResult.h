@@ -31,6 +31,7 @@ struct ReadResult {
 
 inline ReadResult Refuse(std::string message) {
     ReadResult result;
+    MakeLevels(result.set, 1);  // consistent even though the editor keeps its own
     result.outcome.status = ReadOutcome::Status::Refused;
     result.outcome.message = std::move(message);
     return result;
