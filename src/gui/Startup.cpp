@@ -1,0 +1,25 @@
+#include "gui/Startup.h"
+
+#include <QApplication>
+#include <QScreen>
+
+#include "gui/frmDev.h"
+
+namespace shd::gui {
+
+int RunEditor(int& argc, char** argv, const std::function<void(frmDev&)>& started) {
+    QApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("shardles-editor"));
+
+    // The block pictures and "info.ini" live beside the program.
+    const QString folder = QCoreApplication::applicationDirPath();
+    frmDev window;
+    window.showMaximized();
+    // Without a window manager "maximized" is only a wish; take the screen outright.
+    if (const QScreen* screen = window.screen()) window.setGeometry(screen->availableGeometry());
+    window.Start(SettingsPath(folder), folder);
+    if (started) started(window);
+    return app.exec();
+}
+
+}  // namespace shd::gui

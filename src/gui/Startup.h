@@ -1,0 +1,17 @@
+// The editor from process start to its end: the application object, the one
+// main window over the whole screen, a new Shardles set, then the user's
+// events until the window is gone.
+#pragma once
+
+#include <functional>
+
+namespace shd::gui {
+
+class frmDev;
+
+// `started`, when given, runs once the window is shown and started, before
+// the first event is handled. The start-up benchmark uses it to leave as soon
+// as the window is on screen; the editor itself passes nothing.
+int RunEditor(int& argc, char** argv, const std::function<void(frmDev&)>& started = {});
+
+}  // namespace shd::gui
