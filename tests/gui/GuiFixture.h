@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
 #include <QLabel>
@@ -18,6 +19,8 @@
 namespace shd::gui::test {
 
 using shd::test::ScriptedPrompts;
+
+constexpr const char* kSpottedQuestion = "You have a Spotted Shardle without a Changer.  Set Spotted as Unused?";
 
 // The block pictures this project draws, beside the sources.
 inline QString AssetsFolder() {
@@ -59,8 +62,18 @@ protected:
 
     QAction* Action(const char* name) const { return Find<QAction>(name); }
     void Trigger(const char* name) const { Action(name)->trigger(); }
+    bool Checked(const char* name) const { return Action(name)->isChecked(); }
+    QString Text(const char* label) const { return Find<QLabel>(label)->text(); }
     const LevelSet& set() const { return window->editor().set(); }
     const WindowState& ui() const { return window->editor().ui(); }
+    int CellCode(int index) const { return set().Current().Cells[static_cast<std::size_t>(index)]; }
+    // The codes of cells `first` to `last` as hexadecimal digits.
+    std::string Codes(int first, int last) const {
+        std::string codes;
+        for (int i = first; i <= last; ++i) codes += "0123456789ABCDEF"[CellCode(i) & 15];
+        return codes;
+    }
+    QWidget* Focused() const { return window->focusWidget(); }
 
     // The cell's picture is the very pixmap of a palette button.
     bool CellShows(int cell, int code) const {
@@ -71,6 +84,29 @@ protected:
         QTest::mousePress(widget, button);
         QTest::mouseRelease(widget, button);
     }
+    void Choose(int code) { Click(window->paletteButton(code)); }
+
+    // A drag as Qt reports it: once pressed, every move and the release go to
+    // the cell where the press began, wherever the pointer is.
+    void Drag(const std::vector<int>& cells, Qt::MouseButton button = Qt::LeftButton) {
+        PictureCell* pressed = window->cell(cells.front());
+        auto centre = [&](int index) {
+            const PictureCell* to = window->cell(index);
+            return pressed->mapFromGlobal(to->mapToGlobal(to->rect().center()));
+        };
+        QTest::mousePress(pressed, button);
+        for (std::size_t k = 1; k < cells.size(); ++k) QTest::mouseMove(pressed, centre(cells[k]));
+        QTest::mouseRelease(pressed, button, {}, centre(cells.back()));
+    }
+
+    // A list's entries and its shown text, as "Level 1,Level 2 / Level 2".
+    QString Items(const char* name) const {
+        auto* combo = Find<QComboBox>(name);
+        QStringList items;
+        for (int i = 0; i < combo->count(); ++i) items << combo->itemText(i);
+        return items.join(QLatin1Char(',')) + QStringLiteral(" / ") + combo->currentText();
+    }
+    QString LevelList() const { return Items("cmbLevels"); }
 
     QTemporaryDir temp;
     ScriptedPrompts prompts;

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -17,17 +16,14 @@
 namespace shd::gui::test {
 namespace {
 
-TEST(TextTest, EveryWindows1252ByteSurvivesTheTripThroughUnicode) {
+TEST(TextTest, EveryWindows1252ByteSurvivesAndOtherCharactersBecomeOneQuestionMarkEach) {
     std::string all;
     for (int b = 0; b < 256; ++b) all += static_cast<char>(b);
     EXPECT_EQ(ToBytes(ToQt(all)), all);
     EXPECT_EQ(ToQt("\x80\x9f\xe9"), QString::fromUtf8("\xE2\x82\xAC\xC5\xB8\xC3\xA9"));  // euro, Y diaeresis, e acute
-}
-
-TEST(TextTest, CharactersWithoutAByteBecomeOneQuestionMarkEach) {
     // n tilde, euro, c circumflex, an emoji (two UTF-16 units), a Chinese character
-    const QString text = QString::fromUtf8("A\xC3\xB1\xE2\x82\xAC\xC4\x89\xF0\x9F\x98\x80\xE4\xB8\xAD" "b");
-    EXPECT_EQ(ToBytes(text), "A\xf1\x80???b");
+    EXPECT_EQ(ToBytes(QString::fromUtf8("A\xC3\xB1\xE2\x82\xAC\xC4\x89\xF0\x9F\x98\x80\xE4\xB8\xAD" "b")),
+              "A\xf1\x80???b");
 }
 
 TEST(FilterTest, VerticalBarListsBecomeQtFilters) {
@@ -38,12 +34,9 @@ TEST(FilterTest, VerticalBarListsBecomeQtFilters) {
     EXPECT_EQ(QtFilter("A|*.a|B|*.b;*.c"), QStringLiteral("A (*.a);;B (*.b *.c)"));
 }
 
-TEST(SettingsPathTest, BesideTheProgramWhenItsFolderCanBeWritten) {
+TEST(SettingsPathTest, BesideTheProgramWhenItsFolderCanBeWrittenElseInTheUsersConfigurationFolder) {
     QTemporaryDir folder;
     EXPECT_EQ(SettingsPath(folder.path()), QDir(folder.path()).filePath(QStringLiteral("info.ini")));
-}
-
-TEST(SettingsPathTest, InTheUsersConfigurationFolderOtherwise) {
     QStandardPaths::setTestModeEnabled(true);
     const QString path = SettingsPath(QStringLiteral("/no/such/folder"));
     const QString config = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
@@ -62,37 +55,6 @@ QString Assets() {
     return QFileInfo(QStringLiteral(__FILE__)).absoluteDir().absoluteFilePath(QStringLiteral("../../assets"));
 }
 
-TEST(BlockPicturesTest, AnUnreadableFileIsReplacedByItsDrawnTileOnly) {
-    QTemporaryDir folder;
-    for (int code = 0; code < 16; ++code) {
-        const QString name = QString::fromStdString(PictureFile(GameKind::Shardles, code));
-        ASSERT_TRUE(QFile::copy(QDir(Assets()).filePath(name), folder.filePath(name))) << name.toStdString();
-    }
-    const QString broken = folder.filePath(QStringLiteral("shdblock3.gif"));
-    QFile::remove(broken);
-    QFile file(broken);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("not a picture");
-    file.close();
-    QFile::remove(folder.filePath(QStringLiteral("shdblockC.gif")));
-
-    BlockPictures pictures;
-    pictures.Load(folder.path(), Files(GameKind::Shardles));
-    for (int code = 0; code < 16; ++code)
-        EXPECT_EQ(pictures.IsDrawnTile(code), code == 3 || code == 12) << code;
-    EXPECT_EQ(pictures.Of(3).toImage(), BlockPictures::Tile(QStringLiteral("3")).toImage());
-    EXPECT_EQ(pictures.Of(12).toImage(), BlockPictures::Tile(QStringLiteral("C")).toImage());
-}
-
-TEST(BlockPicturesTest, CodesOutsideThePaletteShowTheQuestionMarkTile) {
-    BlockPictures pictures;
-    pictures.Load(Assets(), Files(GameKind::Shardles));
-    const QImage unknown = BlockPictures::Tile(QStringLiteral("?")).toImage();
-    EXPECT_EQ(pictures.Of(kUnknownPicture).toImage(), unknown);
-    EXPECT_EQ(pictures.Of(16).toImage(), unknown);
-    for (int code = 0; code < 16; ++code) EXPECT_NE(pictures.Of(code).toImage(), unknown) << code;
-}
-
 TEST(BlockPicturesTest, EveryCodeOfEitherGameLooksDifferent) {
     for (GameKind kind : {GameKind::Shardles, GameKind::Tiltbash}) {
         BlockPictures pictures;
@@ -103,6 +65,21 @@ TEST(BlockPicturesTest, EveryCodeOfEitherGameLooksDifferent) {
                 EXPECT_NE(pictures.Of(a).toImage(), pictures.Of(b).toImage()) << a << " and " << b;
         }
     }
+}
+
+TEST(BlockPicturesTest, AnUnreadableFileIsReplacedByItsDrawnTileAndOtherCodesByAQuestionMark) {
+    std::array<std::string, 16> files = Files(GameKind::Shardles);
+    files[3] = PathBytes(QStringLiteral(__FILE__));  // not a picture
+    files[12] = "missing.gif";
+    BlockPictures pictures;
+    pictures.Load(Assets(), files);
+    for (int code = 0; code < 16; ++code) EXPECT_EQ(pictures.IsDrawnTile(code), code == 3 || code == 12) << code;
+    EXPECT_EQ(pictures.Of(3).toImage(), BlockPictures::Tile(QStringLiteral("3")).toImage());
+    EXPECT_EQ(pictures.Of(12).toImage(), BlockPictures::Tile(QStringLiteral("C")).toImage());
+    const QImage unknown = BlockPictures::Tile(QStringLiteral("?")).toImage();
+    EXPECT_EQ(pictures.Of(kUnknownPicture).toImage(), unknown);
+    EXPECT_EQ(pictures.Of(16).toImage(), unknown);
+    for (int code = 0; code < 16; ++code) EXPECT_NE(pictures.Of(code).toImage(), unknown) << code;
 }
 
 }  // namespace

@@ -1,226 +1,129 @@
-// Drag painting and undo/redo in the real window: strokes across cells, the
-// Edit menu, and that an undo gives back exactly what the window showed.
+// Undo steps on a QUndoStack and which of them merge; drag painting and
+// undo/redo in the real window: strokes across cells, the Edit menu, and that
+// an undo gives back exactly what the window showed.
 #include <QAction>
-#include <QComboBox>
 #include <QKeySequence>
 #include <QLineEdit>
-#include <QMenu>
 #include <QUndoStack>
 
 #include "GuiFixture.h"
+#include "gui/UndoSteps.h"
 
 namespace shd::gui::test {
 namespace {
 
-constexpr const char* kSpottedQuestion = "You have a Spotted Shardle without a Changer.  Set Spotted as Unused?";
-
-class UndoTest : public WindowTest {
+class UndoStepsTest : public ::testing::Test {
 protected:
-    // Where cell `index` is, in the coordinates of cell `from`.
-    QPoint CentreOf(int index, int from) const {
-        const PictureCell* to = window->cell(index);
-        return window->cell(from)->mapFromGlobal(to->mapToGlobal(to->rect().center()));
-    }
+    // Every state the stack puts back, by its title.
+    std::vector<std::string> applied;
+    QUndoStack stack;
+    UndoSteps steps{stack, [this](const EditorState& state) { applied.push_back(state.set.Title); }};
 
-    // A drag as Qt reports it: once pressed, every move and the release go to
-    // the cell where the press began, wherever the pointer is.
-    void Drag(const std::vector<int>& cells, Qt::MouseButton button = Qt::LeftButton) {
-        PictureCell* pressed = window->cell(cells.front());
-        QTest::mousePress(pressed, button);
-        for (std::size_t k = 1; k < cells.size(); ++k) QTest::mouseMove(pressed, CentreOf(cells[k], cells.front()));
-        QTest::mouseRelease(pressed, button, {}, CentreOf(cells.back(), cells.front()));
-    }
-
-    void Choose(int code) { Click(window->paletteButton(code)); }
-    std::uint8_t CellCode(int index) const { return set().Current().Cells[static_cast<std::size_t>(index)]; }
-    bool CanUndo() const { return Action("mnuUndo")->isEnabled(); }
-    bool CanRedo() const { return Action("mnuRedo")->isEnabled(); }
-    QString LevelList() const {
-        auto* combo = Find<QComboBox>("cmbLevels");
-        QStringList items;
-        for (int i = 0; i < combo->count(); ++i) items << combo->itemText(i);
-        return items.join(QLatin1Char(',')) + QStringLiteral(" / ") + combo->currentText();
+    void Push(StepKind kind, const std::string& before, const std::string& after) {
+        EditorState from, to;
+        from.set.Title = before;
+        to.set.Title = after;
+        steps.Push({kind, from, to});
     }
 };
 
-TEST_F(UndoTest, ADragPaintsEveryCellItEntersAndTheDebuggerAsksOnceAtTheRelease) {
+TEST_F(UndoStepsTest, PushedStepsAreNotAppliedAgainAndOnlyTypingThatFollowsOnInOneTextFieldMerges) {
+    Push(StepKind::Title, "a", "ab");
+    Push(StepKind::Title, "ab", "abc");  // merges: a to abc
+    Push(StepKind::BallX, "abc", "d");
+    Push(StepKind::BallX, "d", "e");     // merges: abc to e
+    Push(StepKind::BallX, "x", "f");     // something came between: a step of its own
+    Push(StepKind::Title, "f", "g");
+    Push(StepKind::Paint, "g", "h");
+    Push(StepKind::Paint, "h", "i");
+    Push(StepKind::Toggle, "i", "j");
+    Push(StepKind::Toggle, "j", "k");
+    Push(StepKind::Title, "k", "kX");
+    Push(StepKind::Title, "kX", "k");    // ends where it began: no step at all
+    EXPECT_EQ(stack.count(), 8);
+    EXPECT_TRUE(applied.empty());  // the editor made each change itself
+    while (stack.canUndo()) stack.undo();
+    stack.redo();
+    EXPECT_EQ(applied, (std::vector<std::string>{"j", "i", "h", "g", "f", "x", "abc", "a", "abc"}));
+}
+
+class UndoTest : public WindowTest {
+protected:
+    bool CanUndo() const { return Action("mnuUndo")->isEnabled(); }
+    bool CanRedo() const { return Action("mnuRedo")->isEnabled(); }
+    int Steps() const { return window->undoStack()->count(); }
+};
+
+TEST_F(UndoTest, ADragPaintsEveryCellItEntersAsksOnceAtTheReleaseAndIsOneStep) {
+    EXPECT_FALSE(CanUndo());
+    EXPECT_FALSE(CanRedo());
     Choose(2);
     const std::vector<int> stroke{10, 11, 12, 20};  // along row 1, then down into row 2
     prompts.ExpectYesNo(kSpottedQuestion, false).Then([&] {
-        // Asked once, with the whole stroke already on the grid.
-        for (int cell : stroke) EXPECT_TRUE(CellShows(cell, 2)) << cell;
+        for (int cell : stroke) EXPECT_TRUE(CellShows(cell, 2)) << cell;  // the whole stroke is on the grid
     });
     Drag(stroke);
-    for (int cell : stroke) EXPECT_EQ(CellCode(cell), 2) << cell;
-    for (int cell : {9, 13, 19, 21, 4}) EXPECT_EQ(CellCode(cell), 0) << cell;
+    EXPECT_EQ(Codes(0, 23), "000000000" "02220" "00000" "020" "00");
     EXPECT_EQ(set().Record(1).SpottedCount, 4);
-    EXPECT_EQ(window->undoStack()->count(), 1);
-}
-
-TEST_F(UndoTest, AStrokeUndoesAndRedoesInOneStepThroughTheEditMenu) {
-    Trigger("mnuNewTil");  // no debugger
-    EXPECT_FALSE(CanUndo());
-    EXPECT_FALSE(CanRedo());
-    Choose(8);  // a zig-zag shardle: ZigZagCount follows it
-    Drag({0, 1, 2, 3, 11});
-    ASSERT_EQ(set().Record(1).ZigZagCount, 5);
-    EXPECT_TRUE(CanUndo());
+    EXPECT_EQ(Steps(), 1);
 
     Trigger("mnuUndo");
-    for (int cell = 0; cell < 64; ++cell) {
-        EXPECT_EQ(CellCode(cell), 0) << cell;
-        EXPECT_TRUE(CellShows(cell, 0)) << cell;
-    }
-    EXPECT_EQ(set().Record(1).ZigZagCount, 0);
+    EXPECT_EQ(Codes(0, 79), std::string(80, '0'));
+    for (int cell : stroke) EXPECT_TRUE(CellShows(cell, 0)) << cell;
+    EXPECT_EQ(set().Record(1).SpottedCount, 0);
     EXPECT_FALSE(CanUndo());
     EXPECT_TRUE(CanRedo());
-
     Trigger("mnuRedo");
-    for (int cell : {0, 1, 2, 3, 11}) EXPECT_TRUE(CellShows(cell, 8)) << cell;
-    EXPECT_EQ(set().Record(1).ZigZagCount, 5);
+    for (int cell : stroke) EXPECT_TRUE(CellShows(cell, 2)) << cell;
+    EXPECT_EQ(set().Record(1).SpottedCount, 4);
     EXPECT_TRUE(CanUndo());
     EXPECT_FALSE(CanRedo());
 }
 
-TEST_F(UndoTest, AQuickDragReportedInOneJumpPaintsTheCellsBetween) {
-    Trigger("mnuNewTil");
-    Choose(1);
-    Drag({8, 15});  // one move from the first to the last cell of row 1
-    for (int cell = 8; cell <= 15; ++cell) EXPECT_EQ(CellCode(cell), 1) << cell;
-    EXPECT_EQ(CellCode(7), 0);
-    EXPECT_EQ(CellCode(16), 0);
-}
-
-TEST_F(UndoTest, TheRightButtonErasesAlongItsStrokeAndTheCountsFollow) {
+TEST_F(UndoTest, AQuickDragPaintsTheCellsBetweenAndTheRightButtonErasesAlongItsStroke) {
     Trigger("mnuNewTil");
     Choose(2);
-    Drag({16, 17, 18, 19});
-    ASSERT_EQ(set().Record(1).SpottedCount, 4);
+    Drag({16, 23});  // one move from the first to the last cell of row 2
+    EXPECT_EQ(Codes(15, 24), "0222222220");
     Drag({17, 18}, Qt::RightButton);
-    EXPECT_EQ(CellCode(16), 2);
-    EXPECT_EQ(CellCode(17), 0);
-    EXPECT_EQ(CellCode(18), 0);
-    EXPECT_EQ(CellCode(19), 2);
+    EXPECT_EQ(Codes(15, 24), "0200222220");
     EXPECT_TRUE(CellShows(17, 0));
-    EXPECT_EQ(set().Record(1).SpottedCount, 2);
-    EXPECT_EQ(window->undoStack()->count(), 2);
+    EXPECT_EQ(set().Record(1).SpottedCount, 6);
+    EXPECT_EQ(Steps(), 2);
     Trigger("mnuUndo");
-    EXPECT_EQ(set().Record(1).SpottedCount, 4);
+    EXPECT_EQ(set().Record(1).SpottedCount, 8);
     EXPECT_TRUE(CellShows(17, 2));
 }
 
-TEST_F(UndoTest, TheMiddleButtonDragsWithoutPaintingAndStillRunsTheDebugger) {
+TEST_F(UndoTest, TheMiddleButtonOnlyRunsTheDebuggerAndAYesBelongsToTheStrokeThatCausedIt) {
     Choose(2);
     prompts.ExpectYesNo(kSpottedQuestion, false);
     Click(window->cell(0));
     prompts.ExpectYesNo(kSpottedQuestion, false);
     Drag({1, 2, 3}, Qt::MiddleButton);
-    for (int cell : {1, 2, 3}) EXPECT_EQ(CellCode(cell), 0) << cell;
-}
-
-TEST_F(UndoTest, AYesToTheDebuggerBelongsToTheStrokeThatCausedIt) {
-    Choose(2);
+    EXPECT_EQ(Codes(0, 3), "2000");
+    EXPECT_TRUE(CellShows(1, 0));
     prompts.ExpectYesNo(kSpottedQuestion, true);
     Drag({30, 31});
-    ASSERT_TRUE(Action("mnuSpot")->isChecked());
-    EXPECT_EQ(window->undoStack()->count(), 1);
+    ASSERT_TRUE(Checked("mnuSpot"));
+    EXPECT_EQ(Steps(), 2);  // the middle button's stroke changed nothing
     Trigger("mnuUndo");
-    EXPECT_FALSE(Action("mnuSpot")->isChecked());
+    EXPECT_FALSE(Checked("mnuSpot"));
     EXPECT_FALSE(set().Record(1).SpottedUnused);
-    EXPECT_EQ(CellCode(30), 0);
-}
-
-TEST_F(UndoTest, UndoingARemovalBringsBackTheLevelListCountLabelAndGrid) {
-    Trigger("mnuNewTil");
-    Click(Find("cmdAddLev"));
-    Click(Find("cmdAddLev"));
-    auto* levels = Find<QComboBox>("cmbLevels");
-    levels->setCurrentIndex(1);
-    emit levels->activated(1);
-    ASSERT_EQ(set().CurrentLevel, 2);
-    Choose(5);
-    Drag({40, 41});
-    const QString list = LevelList();
-    const QString label = Find<QLabel>("lblLevel")->text();
-    const LevelSet before = set();
-
-    prompts.ExpectYesNoCancel("Is this the level to trash? (No trashes the last Level)", Answer::Yes);
-    Click(Find("cmdLoseLev"));
-    ASSERT_EQ(set().LevelCount(), 2);
-    ASSERT_TRUE(CellShows(40, 0));
-
-    Trigger("mnuUndo");
-    EXPECT_EQ(set(), before);
-    EXPECT_EQ(LevelList(), list);
-    EXPECT_EQ(list, QStringLiteral("Level 1,Level 2,Level 3 / Level 2"));
-    EXPECT_EQ(Find<QLabel>("lblLevel")->text(), label);
-    EXPECT_TRUE(CellShows(40, 5));
-    EXPECT_TRUE(CellShows(41, 5));
-    EXPECT_EQ(Find<QLabel>("statusLevel")->text(), QStringLiteral("Level 2 of 3"));
-
-    // And the add before it, back to two levels.
-    Trigger("mnuUndo");
-    Trigger("mnuUndo");
-    EXPECT_EQ(set().LevelCount(), 2);
-    EXPECT_EQ(Find<QLabel>("lblLevel")->text(), QStringLiteral("Number of Levels: 2"));
-    EXPECT_EQ(levels->count(), 2);
+    EXPECT_EQ(Codes(30, 31), "00");
 }
 
 TEST_F(UndoTest, TypingInOneFieldIsOneStepAndTheBoxShowsTheTextBack) {
     auto* title = Find<QLineEdit>("txtTitle");
     title->setFocus();
-    title->end(false);
-    // Typing that ends where it began leaves nothing to undo.
-    QTest::keyClicks(title, "X");
-    QTest::keyClick(title, Qt::Key_Backspace);
-    ASSERT_EQ(set().Title, "Please Add a Title");
-    EXPECT_FALSE(CanUndo());
-
     title->selectAll();
     QTest::keyClicks(title, "Caves");
-    ASSERT_EQ(set().Title, "Caves");
-    EXPECT_EQ(window->undoStack()->count(), 1);
+    EXPECT_EQ(Steps(), 1);
     Trigger("mnuUndo");
     EXPECT_EQ(title->text(), QStringLiteral("Please Add a Title"));
     EXPECT_EQ(set().Title, "Please Add a Title");
     Trigger("mnuRedo");
     EXPECT_EQ(title->text(), QStringLiteral("Caves"));
-
-    // Another field's typing is a step of its own.
-    auto* ballx = Find<QLineEdit>("txtBallx");
-    ballx->selectAll();
-    QTest::keyClicks(ballx, "42");
-    ASSERT_EQ(set().Layout(1).BallX, 42);
-    EXPECT_EQ(window->undoStack()->count(), 2);
-    Trigger("mnuUndo");
-    EXPECT_EQ(set().Layout(1).BallX, 0);
-    EXPECT_EQ(set().Title, "Caves");
-}
-
-TEST_F(UndoTest, OptionTogglesUndoWithTheirCheckMarks) {
-    Trigger("mnuWrap");
-    Trigger("mnuSpot");
-    ASSERT_TRUE(Action("mnuWrap")->isChecked());
-    Trigger("mnuUndo");
-    EXPECT_FALSE(Action("mnuSpot")->isChecked());
-    EXPECT_TRUE(Action("mnuWrap")->isChecked());
-    Trigger("mnuUndo");
-    EXPECT_FALSE(Action("mnuWrap")->isChecked());
-    EXPECT_FALSE(set().UseWrapAround);
-}
-
-TEST_F(UndoTest, ANewSetStartsAnEmptyHistory) {
-    Trigger("mnuNewTil");
-    Choose(1);
-    Drag({0, 1});
-    Trigger("mnuUndo");
-    ASSERT_TRUE(CanRedo());
-    Click(window->cell(5));
-    ASSERT_TRUE(CanUndo());
-    Trigger("mnuNewShd");
-    EXPECT_FALSE(CanUndo());
-    EXPECT_FALSE(CanRedo());
-    EXPECT_EQ(window->undoStack()->count(), 0);
 }
 
 TEST_F(UndoTest, TheEditEntriesCarryThePlatformsShortcutsAndCtrlZUndoesFromTheGrid) {
@@ -229,10 +132,10 @@ TEST_F(UndoTest, TheEditEntriesCarryThePlatformsShortcutsAndCtrlZUndoesFromTheGr
     Trigger("mnuNewTil");
     Choose(3);
     Drag({20, 21, 22});
-    ASSERT_EQ(window->focusWidget(), window->cell(20));
-    QTest::keyClick(window->cell(20), Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(CellCode(20), 0);
-    EXPECT_EQ(CellCode(22), 0);
+    Drag({30, 31});
+    ASSERT_EQ(Focused(), window->cell(30));
+    QTest::keyClick(window->cell(30), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Codes(20, 31), "333000000000");
     EXPECT_TRUE(CanRedo());
 }
 
