@@ -16,17 +16,14 @@ namespace shd::test {
 // line break may occur.
 inline std::vector<std::string> SplitCrLf(const std::string& bytes) {
     std::vector<std::string> lines;
-    std::size_t start = 0;
-    while (start < bytes.size()) {
-        const std::size_t end = bytes.find("\r\n", start);
+    for (std::size_t start = 0, end = 0; start < bytes.size(); start = end + 2) {
+        end = bytes.find("\r\n", start);
         if (end == std::string::npos) {
             ADD_FAILURE() << "last line has no CR LF: " << bytes.substr(start);
             break;
         }
-        const std::string line = bytes.substr(start, end - start);
-        EXPECT_EQ(line.find_first_of("\r\n"), std::string::npos) << "stray line break in " << line;
-        lines.push_back(line);
-        start = end + 2;
+        lines.push_back(bytes.substr(start, end - start));
+        EXPECT_EQ(lines.back().find_first_of("\r\n"), std::string::npos) << "stray line break in " << lines.back();
     }
     return lines;
 }
@@ -43,30 +40,18 @@ inline std::string JoinCrLf(const std::vector<std::string>& lines) {
 inline LevelSet Carried(const LevelSet& set, bool records) {
     LevelSet kept = NewSet(set.Kind);
     MakeLevels(kept, set.LevelCount());
-    kept.Title = set.Title;
     if (set.IsShardles()) {
-        kept.ArrowBlocksBreakable = set.ArrowBlocksBreakable;
-        kept.ExtraLifePoints = set.ExtraLifePoints;
-        kept.BonusClock = set.BonusClock;
-        kept.UseWrapAround = set.UseWrapAround;
-        kept.UseCustomShardles = set.UseCustomShardles;
-        kept.UseShardlesDebugger = set.UseShardlesDebugger;
-        kept.MatchLocksToBlocks = set.MatchLocksToBlocks;
-        if (set.UseCustomShardles) {
-            kept.CustomShardlePicture = set.CustomShardlePicture;
-            kept.CustomChangerPicture = set.CustomChangerPicture;
-        }
+        const std::vector<LevelRecord> fresh = kept.Records;
+        kept = set;
+        kept.CurrentLevel = 1;
+        kept.Records = fresh;
+        if (!set.UseCustomShardles) kept.CustomShardlePicture = kept.CustomChangerPicture = PiecePicture{};
     }
+    kept.Title = set.Title;
     for (int level = 1; level <= set.LevelCount(); ++level) {
-        const LevelLayout& from = set.Layout(level);
-        LevelLayout& to = kept.Layout(level);
-        to.Cells = from.Cells;
-        to.BlockCount = from.BlockCount;
-        if (!set.IsShardles()) continue;
-        to.LastBlockCount = from.LastBlockCount;
-        to.BallX = from.BallX;
-        to.BallY = from.BallY;
-        if (!records) continue;
+        kept.Layout(level).Cells = set.Layout(level).Cells;
+        kept.Layout(level).BlockCount = set.Layout(level).BlockCount;
+        if (!set.IsShardles() || !records) continue;
         const LevelRecord& record = set.Record(level);
         LevelRecord& keptRecord = kept.Record(level);
         keptRecord.CenterLineUnused = record.CenterLineUnused;
@@ -76,46 +61,6 @@ inline LevelSet Carried(const LevelSet& set, bool records) {
         keptRecord.SpecialUnusedCount = record.SpecialUnusedCount;
     }
     return kept;
-}
-
-// The set as the editor's earlier versions wrote it: no option lines, the
-// pictures grouped in the dialog's order, codes 10 to 15 as letters and no
-// record lines.
-inline WriteResult WriteOldMyFileForTest(const LevelSet& set) {
-    auto printed = [](long value) { return (value < 0 ? "" : " ") + std::to_string(value) + " "; };
-    auto row = [&](const std::vector<std::string>& items) {
-        std::string line;
-        for (std::size_t i = 0; i + 1 < items.size(); ++i) line += items[i] + ",";
-        return line + " " + items.back() + " ";
-    };
-    auto boolean = [](bool value) { return std::string(value ? "True" : "False"); };
-    std::vector<std::string> lines{"QUARTLEV", set.Title, boolean(set.IsShardles()), printed(set.LevelCount())};
-    if (set.IsShardles()) {
-        lines.insert(lines.end(), {boolean(set.ArrowBlocksBreakable), set.ExtraLifePoints, set.BonusClock,
-                                   boolean(set.UseWrapAround), boolean(set.UseCustomShardles)});
-        if (set.UseCustomShardles) {
-            for (const PiecePicture* picture : {&set.CustomShardlePicture, &set.CustomChangerPicture}) {
-                std::vector<std::string> items;
-                for (int r = 0; r < 6; ++r)
-                    for (int number : {8, 7, 6, 5, 4, 3, 2, 1, 10, 9})
-                        items.push_back(std::to_string(picture->at(10 * r + number)));
-                lines.push_back(row(items));
-            }
-        }
-    }
-    for (int level = 1; level <= set.LevelCount(); ++level) {
-        const LevelLayout& layout = set.Layout(level);
-        std::vector<std::string> cells;
-        for (std::uint8_t code : layout.Cells)
-            cells.push_back(code >= 10 ? std::string(1, static_cast<char>('A' + code - 10)) : std::to_string(code));
-        lines.push_back(row(cells));
-        if (set.IsShardles())
-            lines.push_back(std::to_string(layout.BlockCount) + "," + std::to_string(layout.LastBlockCount) + "," +
-                            std::to_string(layout.BallX) + "," + std::to_string(layout.BallY));
-        else
-            lines.push_back(printed(layout.BlockCount));
-    }
-    return Written(JoinCrLf(lines));
 }
 
 }  // namespace shd::test
