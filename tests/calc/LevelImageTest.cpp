@@ -1,8 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "calc/LevelImage.h"
 #include "calc/CalcTestSupport.h"
-#include "support/Generators.h"
+#include "calc/LevelImage.h"
+#include "calc/ProgramFile.h"
+#include "calc/SourceFile.h"
 
 namespace shd {
 namespace {
@@ -10,228 +11,124 @@ namespace {
 using test::ByteAt;
 using test::ByteString;
 
-LevelSet ShardlesSet(std::string title, bool pictures) {
-    LevelSet set = NewSet(GameKind::Shardles);
-    set.Title = std::move(title);
-    set.UseCustomShardles = pictures;
-    return set;
-}
-
-TEST(CalcImage, TiltbashTwoCharacterTitleOneEmptyLevel) {
-    LevelSet set = NewSet(GameKind::Tiltbash);
-    set.Title = "AB";
-    const WriteResult image = BuildLevelImage(set);
-    ASSERT_TRUE(image.ok) << image.message;
-    const std::string want = std::string("TL1KZ") + ByteString({7}) + "AB" + ByteString({0x00, 3, 0x00, 0x00, 1}) +
-                             std::string(32, '\0') + ByteString({0});
-    EXPECT_EQ(image.bytes.size(), 46u);
-    EXPECT_EQ(image.bytes, want);
-    EXPECT_EQ(ByteAt(image.bytes, 5 + 7), 1);  // CountOffset leads to the level count
-}
-
-TEST(CalcImage, ShardlesLevelRecordIsGridThenBallAndCounts) {
-    LevelSet set = ShardlesSet("T", false);
-    LevelLayout& level = set.Layout(1);
-    for (int i = 0; i < 80; ++i) level.Cells[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(i % 16);
-    level.BallX = 94;
-    level.BallY = 62;
-    level.BlockCount = 77;
-    level.LastBlockCount = 3;
-    const std::string image = BuildLevelImage(set).bytes;
-    // "Shd1KZ", settings, CountOffset, title, 0, back offset, 0, 0, count.
-    const std::size_t record = 6 + 1 + 1 + 1 + 1 + 1 + 2 + 1;
-    ASSERT_EQ(image.size(), record + 44);
-    EXPECT_EQ(image.substr(0, 6), "Shd1KZ");
-    EXPECT_EQ(ByteAt(image, 7), 6);
-    EXPECT_EQ(ByteAt(image, 7 + 6), 1);
-    EXPECT_EQ(ByteAt(image, record + 0), 0x01);
-    EXPECT_EQ(ByteAt(image, record + 7), 0xEF);
-    EXPECT_EQ(ByteAt(image, record + 8), 0x01);  // cells 16 and 17 wrap to codes 0 and 1
-    EXPECT_EQ(ByteAt(image, record + 39), 0xEF);
-    EXPECT_EQ(image.substr(record + 40), ByteString({94, 62, 77, 3}));
-}
-
-TEST(CalcImage, NumbersTakeTheLowByte) {
-    LevelSet set = ShardlesSet("", false);
-    set.Layout(1).BallX = -1;
-    set.Layout(1).BallY = 256;
-    set.Layout(1).BlockCount = 300;
-    set.Layout(1).LastBlockCount = 255;
-    const std::string image = BuildLevelImage(set).bytes;
-    EXPECT_EQ(image.substr(image.size() - 4), ByteString({0xFF, 0x00, 0x2C, 0xFF}));
-}
+std::string AsString(const std::array<std::uint8_t, 12>& bytes) { return {bytes.begin(), bytes.end()}; }
 
 TEST(CalcImage, SettingsByte) {
-    EXPECT_EQ(EncodeSettingsByte("120", "800", true, true), 0x7F);
-    EXPECT_EQ(EncodeSettingsByte("30", "100", false, false), 0x00);
-    EXPECT_EQ(EncodeSettingsByte("60", "300", false, true), 0x29);
-    EXPECT_EQ(EncodeSettingsByte("90", "100", false, false), 0x40);
-    EXPECT_EQ(EncodeSettingsByte("30", "500", false, false), 0x10);
-    EXPECT_EQ(EncodeSettingsByte("30", "200", true, false), 0x06);
+    struct Case {
+        const char* bonus;
+        const char* life;
+        bool wrap, arrow;
+        int byte;
+    };
+    for (const Case& c : {Case{"120", "800", true, true, 0x7F}, Case{"30", "100", false, false, 0x00},
+                          Case{"60", "300", false, true, 0x29}, Case{"90", "100", false, false, 0x40},
+                          Case{"30", "500", false, false, 0x10}, Case{"30", "200", true, false, 0x06}})
+        EXPECT_EQ(EncodeSettingsByte(c.bonus, c.life, c.wrap, c.arrow), c.byte) << c.bonus << ' ' << c.life;
     for (const char* bonus : {"", "0", "45", "030", "150", "120 ", " 30", "100"})
         EXPECT_FALSE(EncodeSettingsByte(bonus, "100", false, false)) << '"' << bonus << '"';
-    for (const char* life : {"", "0", "900", "150", "0100", "100 ", "30"})
+    for (const char* life : {"", "900", "150", "0100", "100 ", "30"})
         EXPECT_FALSE(EncodeSettingsByte("30", life, false, false)) << '"' << life << '"';
 }
 
 TEST(CalcImage, PictureBytes) {
-    auto only = [](int cell) {
+    // Cell and value, then the one byte set: rows of ten, in-row numbers 1-8
+    // in bytes 0-5 (number 1 lowest), 10 and 9 in the top bits of bytes 6-11.
+    // A digit kept from a source file is still one pixel.
+    const int cases[][4] = {{1, 1, 0, 0x01},  {8, 1, 0, 0x80},  {10, 1, 6, 0x80},  {9, 1, 6, 0x40}, {11, 1, 1, 0x01},
+                            {51, 1, 5, 0x01}, {60, 1, 11, 0x80}, {59, 1, 11, 0x40}, {3, 7, 0, 0x04}};
+    for (const auto& [cell, value, index, byte] : cases) {
         PiecePicture picture;
-        picture.at(cell) = 1;
-        return EncodePictureBytes(picture);
-    };
-    auto expect = [](const std::array<std::uint8_t, 12>& bytes, std::size_t index, int value) {
-        for (std::size_t i = 0; i < 12; ++i) EXPECT_EQ(bytes[i], i == index ? value : 0) << "byte " << i;
-    };
-    expect(only(1), 0, 0x01);
-    expect(only(8), 0, 0x80);
-    expect(only(10), 6, 0x80);
-    expect(only(9), 6, 0x40);
-    expect(only(11), 1, 0x01);  // row 1 starts at cell 11
-    expect(only(51), 5, 0x01);
-    expect(only(60), 11, 0x80);
-    expect(only(59), 11, 0x40);
-
-    PiecePicture full;
-    full.cells.fill(1);
-    const auto bytes = EncodePictureBytes(full);
-    for (std::size_t i = 0; i < 6; ++i) EXPECT_EQ(bytes[i], 0xFF);
-    for (std::size_t i = 6; i < 12; ++i) EXPECT_EQ(bytes[i], 0xC0);
-
-    // A digit other than 0 and 1 (kept from a source file) still is one pixel.
-    PiecePicture digits;
-    digits.at(3) = 7;
-    expect(EncodePictureBytes(digits), 0, 0x04);
-}
-
-TEST(CalcImage, GridRowPacking) {
-    const std::uint8_t counting[8] = {1, 2, 3, 4, 5, 6, 7, 8};
-    EXPECT_EQ(PackGridRow(counting), (std::array<std::uint8_t, 4>{0x12, 0x34, 0x56, 0x78}));
-    const std::uint8_t arrows[8] = {15, 15, 15, 15, 15, 15, 15, 15};
-    EXPECT_EQ(PackGridRow(arrows), (std::array<std::uint8_t, 4>{0xFF, 0xFF, 0xFF, 0xFF}));
-    const std::uint8_t mixed[8] = {10, 11, 12, 13, 14, 15, 0, 1};
-    EXPECT_EQ(PackGridRow(mixed), (std::array<std::uint8_t, 4>{0xAB, 0xCD, 0xEF, 0x01}));
-}
-
-TEST(CalcImage, PicturesAndSixCharacterTitle) {
-    LevelSet set = ShardlesSet("Sixsix", true);
-    set.CustomShardlePicture.at(1) = 1;
-    set.CustomChangerPicture.at(10) = 1;
-    const std::string image = BuildLevelImage(set).bytes;
-    EXPECT_EQ(ByteAt(image, 7), 35);
-    EXPECT_EQ(ByteAt(image, 8), 0x01);
-    EXPECT_EQ(ByteAt(image, 8 + 12 + 6), 0x80);
-    EXPECT_EQ(image.substr(32, 6), "Sixsix");
-    EXPECT_EQ(image.substr(38, 5), ByteString({0, 7, 0, 0, 1}));
-    EXPECT_EQ(ByteAt(image, 7 + 35), 1);
-}
-
-TEST(CalcImage, EmptyTitle) {
-    for (bool pictures : {false, true}) {
-        const std::string image = BuildLevelImage(ShardlesSet("", pictures)).bytes;
-        const std::size_t title = pictures ? 32 : 8;
-        EXPECT_EQ(ByteAt(image, 7), pictures ? 29 : 5);
-        EXPECT_EQ(image.substr(title, 5), ByteString({0, 1, 0, 0, 1}));
+        picture.at(cell) = static_cast<std::uint8_t>(value);
+        std::array<std::uint8_t, 12> want{};
+        want[static_cast<std::size_t>(index)] = static_cast<std::uint8_t>(byte);
+        EXPECT_EQ(EncodePictureBytes(picture), want) << "cell " << cell;
     }
-    LevelSet tiltbash = NewSet(GameKind::Tiltbash);
-    tiltbash.Title = "";
-    EXPECT_EQ(BuildLevelImage(tiltbash).bytes.substr(5, 6), ByteString({5, 0, 1, 0, 0, 1}));
 }
 
-TEST(CalcImage, CountOffsetLeadsToTheLevelCountForEveryShape) {
+TEST(CalcImage, ShardlesLevelRecordIsGridThenLowBytesOfTheNumbers) {
+    LevelSet set = NewSet(GameKind::Shardles);
+    set.Title = "T";
+    LevelLayout& level = set.Layout(1);
+    for (int i = 0; i < 80; ++i) level.Cells[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(i % 16);
+    level.BallX = -1;
+    level.BallY = 256;
+    level.BlockCount = 300;
+    level.LastBlockCount = 255;
+    const std::string image = BuildLevelImage(set).bytes;
+    std::string want = std::string("Shd1KZ") + ByteString({0x00, 6}) + "T" + ByteString({0, 2, 0, 0, 1});
+    for (int i = 0; i < 5; ++i) want += ByteString({0x01, 0x23, 0x45, 0x67, 0x89, 0xAB, 0xCD, 0xEF});
+    EXPECT_EQ(image, want + ByteString({0xFF, 0x00, 0x2C, 0xFF}));
+}
+
+TEST(CalcImage, LayoutForEveryShape) {
+    unsigned seed = 7;
     for (GameKind kind : {GameKind::Shardles, GameKind::Tiltbash})
         for (bool pictures : {false, true})
-            for (int length : {0, 1, 2, 19, 20, 21, 100}) {
-                LevelSet set = test::RandomSet({kind, 3, pictures, length}, 7u + static_cast<unsigned>(length));
+            for (auto [length, levels] : {std::pair{0, 1}, {1, 2}, {2, 255}, {20, 1}, {21, 3}, {100, 2}}) {
+                LevelSet set = test::RandomSet({kind, levels, pictures, length}, ++seed);
                 set.UseCustomShardles = pictures;  // also on a Tiltbash set, where it must not show
                 const std::string image = BuildLevelImage(set).bytes;
-                const std::size_t at = kind == GameKind::Shardles ? 7 : 5;
-                const bool carried = pictures && kind == GameKind::Shardles;
-                SCOPED_TRACE(std::to_string(length) + (carried ? " with pictures" : ""));
-                EXPECT_EQ(ByteAt(image, at), length + 5 + (carried ? 24 : 0));
-                const std::size_t count = at + ByteAt(image, at);
-                EXPECT_EQ(ByteAt(image, count), 3);
-                EXPECT_EQ(ByteAt(image, count - 3), length + 1);  // TitleBackOffset
-                EXPECT_EQ(image.substr(count - 4 - static_cast<std::size_t>(length), static_cast<std::size_t>(length)),
-                          set.Title);
-                EXPECT_EQ(image.size(), count + 1 + 3 * (kind == GameKind::Shardles ? 44u : 33u));
+                const bool shardles = kind == GameKind::Shardles;
+                SCOPED_TRACE(std::to_string(length) + (shardles ? " Shardles" : " Tiltbash") + (pictures ? " +" : ""));
+                ASSERT_EQ(image.substr(0, shardles ? 6 : 5), shardles ? "Shd1KZ" : "TL1KZ");
+                const std::size_t at = shardles ? 7 : 5;
+                std::string head = set.Title + ByteString({0, length + 1, 0, 0, levels});
+                if (pictures && shardles)
+                    head = AsString(EncodePictureBytes(set.CustomShardlePicture)) +
+                           AsString(EncodePictureBytes(set.CustomChangerPicture)) + head;
+                EXPECT_EQ(image.substr(at + 1, head.size()), head);
+                ASSERT_EQ(ByteAt(image, at), head.size());  // CountOffset leads to the level count
+                const std::size_t size = shardles ? 44 : 33, grid = shardles ? 40 : 32;
+                ASSERT_EQ(image.size(), at + 1 + head.size() + levels * size);
+                for (int level = 1; level <= levels; ++level) {
+                    const LevelLayout& l = set.Layout(level);
+                    const std::string record = image.substr(at + 1 + head.size() + (level - 1) * size, size);
+                    EXPECT_EQ(ByteAt(record, 0), l.Cells[0] << 4 | l.Cells[1]) << level;
+                    EXPECT_EQ(record.substr(grid), shardles ? ByteString({l.BallX, l.BallY, l.BlockCount, l.LastBlockCount})
+                                                            : ByteString({l.BlockCount}))
+                        << level;
+                }
             }
 }
 
-TEST(CalcImage, TwoHundredFiftyFiveLevelsInOrder) {
-    for (GameKind kind : {GameKind::Shardles, GameKind::Tiltbash}) {
-        LevelSet set = NewSet(kind);
-        set.Title = "Big";
-        MakeLevels(set, 255);
-        for (int level = 1; level <= 255; ++level) {
-            set.Layout(level).BlockCount = static_cast<std::int16_t>(level);
-            set.Layout(level).Cells[0] = static_cast<std::uint8_t>(level % 16);
-        }
-        const std::string image = BuildLevelImage(set).bytes;
-        const std::size_t count = kind == GameKind::Shardles ? 15 : 13;  // after the ID, "Big" and its four bytes
-        const std::size_t size = kind == GameKind::Shardles ? 44 : 33;
-        const std::size_t blockCountAt = kind == GameKind::Shardles ? 42 : 32;
-        ASSERT_EQ(image.size(), count + 1 + 255 * size);
-        EXPECT_EQ(ByteAt(image, count), 0xFF);
-        for (int level = 1; level <= 255; ++level) {
-            const std::size_t record = count + 1 + static_cast<std::size_t>(level - 1) * size;
-            EXPECT_EQ(ByteAt(image, record + blockCountAt), level);
-            EXPECT_EQ(ByteAt(image, record) >> 4, level % 16);
+// Every calculator writer refuses what the image cannot carry, with the same
+// message naming the value and what is allowed; the longest titles fill CountOffset.
+TEST(CalcExport, RefusesWhatHasNoEncoding) {
+    struct Case {
+        GameKind kind;
+        bool pictures;
+        std::size_t title;
+        const char *bonus, *life;
+        int levels;
+        std::vector<std::string> named;  // empty: accepted
+    };
+    const GameKind S = GameKind::Shardles, T = GameKind::Tiltbash;
+    const Case cases[] = {
+        {S, false, 1, "45", "100", 1, {"\"45\"", "30, 60, 90 or 120"}},
+        {S, false, 1, "30", "850", 1, {"\"850\"", "100, 200, 300, 400, 500, 600, 700 or 800"}},
+        {S, false, 251, "30", "100", 1, {"251", "250"}},  {T, false, 251, "30", "100", 1, {"251", "250"}},
+        {S, true, 227, "30", "100", 1, {"227", "226"}},   {T, false, 1, "30", "100", 0, {"0 levels", "1 to 255"}},
+        {T, false, 1, "30", "100", 256, {"256", "1 to 255"}},
+        {S, false, 250, "30", "100", 1, {}}, {S, true, 226, "30", "100", 1, {}}, {T, true, 250, "45", "x", 1, {}},
+    };
+    for (const Case& c : cases) {
+        LevelSet set = NewSet(c.kind);
+        set.UseCustomShardles = c.pictures;
+        set.Title = std::string(c.title, 'x');
+        set.BonusClock = c.bonus;
+        set.ExtraLifePoints = c.life;
+        c.levels ? MakeLevels(set, c.levels) : (set.Layouts.clear(), set.Records.clear());
+        const WriteResult image = BuildLevelImage(set);
+        SCOPED_TRACE(std::to_string(c.title) + ": " + image.message);
+        ASSERT_EQ(image.ok, c.named.empty());
+        EXPECT_EQ(image.ok ? ByteAt(image.bytes, c.kind == S ? 7 : 5) : 255, 255);  // CountOffset
+        for (const std::string& text : c.named) EXPECT_NE(image.message.find(text), std::string::npos) << text;
+        for (const WriteResult& other : {WriteProgramFile(set, "X"), WriteSourceFile(set)}) {
+            EXPECT_EQ(other.ok, image.ok);
+            EXPECT_EQ(other.bytes.empty(), !image.ok);
+            EXPECT_EQ(other.message, image.message);
         }
     }
-}
-
-TEST(CalcImage, RefusesWhatHasNoEncoding) {
-    LevelSet set = ShardlesSet("Fine", false);
-    set.BonusClock = "45";
-    WriteResult result = BuildLevelImage(set);
-    EXPECT_FALSE(result.ok);
-    EXPECT_TRUE(result.bytes.empty());
-    EXPECT_NE(result.message.find("\"45\""), std::string::npos) << result.message;
-    EXPECT_NE(result.message.find("30, 60, 90 or 120"), std::string::npos) << result.message;
-
-    set.BonusClock = "30";
-    set.ExtraLifePoints = "850";
-    result = BuildLevelImage(set);
-    EXPECT_FALSE(result.ok);
-    EXPECT_NE(result.message.find("\"850\""), std::string::npos) << result.message;
-    EXPECT_NE(result.message.find("100, 200, 300, 400, 500, 600, 700 or 800"), std::string::npos);
-
-    // A Tiltbash image has no settings byte, so its settings texts do not matter.
-    LevelSet tiltbash = NewSet(GameKind::Tiltbash);
-    tiltbash.BonusClock = "45";
-    tiltbash.ExtraLifePoints = "x";
-    EXPECT_TRUE(BuildLevelImage(tiltbash).ok);
-}
-
-TEST(CalcImage, TitleLengthLimitFollowsCountOffset) {
-    for (bool pictures : {false, true}) {
-        const std::size_t most = pictures ? 226 : 250;
-        LevelSet set = ShardlesSet(std::string(most, 'x'), pictures);
-        const WriteResult longest = BuildLevelImage(set);
-        ASSERT_TRUE(longest.ok) << longest.message;
-        EXPECT_EQ(ByteAt(longest.bytes, 7), 255);
-        set.Title += 'x';
-        const WriteResult tooLong = BuildLevelImage(set);
-        EXPECT_FALSE(tooLong.ok);
-        EXPECT_NE(tooLong.message.find(std::to_string(most + 1)), std::string::npos) << tooLong.message;
-        EXPECT_NE(tooLong.message.find(std::to_string(most)), std::string::npos) << tooLong.message;
-    }
-    LevelSet tiltbash = NewSet(GameKind::Tiltbash);
-    tiltbash.Title = std::string(250, 't');
-    EXPECT_TRUE(BuildLevelImage(tiltbash).ok);
-    tiltbash.Title += 't';
-    EXPECT_FALSE(BuildLevelImage(tiltbash).ok);
-}
-
-TEST(CalcImage, RefusesSetsWithoutAValidLevelCount) {
-    LevelSet none = NewSet(GameKind::Tiltbash);
-    none.Layouts.clear();
-    none.Records.clear();
-    EXPECT_FALSE(BuildLevelImage(none).ok);
-    LevelSet many = NewSet(GameKind::Tiltbash);
-    MakeLevels(many, 256);
-    EXPECT_FALSE(BuildLevelImage(many).ok);
 }
 
 }  // namespace
