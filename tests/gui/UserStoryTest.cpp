@@ -20,8 +20,6 @@
 namespace shd::gui::test {
 namespace {
 
-constexpr const char* kSpottedQuestion = "You have a Spotted Shardle without a Changer.  Set Spotted as Unused?";
-
 std::string FileBytes(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -93,7 +91,7 @@ protected:
     std::string PathOf(const char* name) const { return PathBytes(FilePath(name)); }
 
     void Paint(int code, std::initializer_list<int> cells) {
-        Click(window->paletteButton(code));
+        Choose(code);
         ASSERT_EQ(ui().SelectedBlock, code);
         for (int cell : cells) Click(window->cell(cell));
     }
@@ -214,7 +212,7 @@ TEST_F(UserStory, ATiltbashSetThenAShardlesSetSavedInEveryFormAndOpenedBackFromE
 
     Paint(1, {0, 1, 2, 3, 4, 5, 6, 7});
     Paint(6, {12});
-    Click(window->paletteButton(2));
+    Choose(2);
     prompts.ExpectYesNo(kSpottedQuestion, true).Then([&] { EXPECT_TRUE(CellShows(20, 2)); });
     Click(window->cell(20));
     ASSERT_TRUE(prompts.done());
