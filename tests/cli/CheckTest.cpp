@@ -1,131 +1,80 @@
 // --check: what the editor's level checks would say, without asking.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "cli/CliSupport.h"
 
 namespace shd::cli_test {
 namespace {
 
-Outcome Check(const LevelSet& set) {
-    Folder folder;
-    WriteJson(folder / "set.json", set);
-    return Convert({"--check", folder / "set.json"});
-}
-
-LevelSet WithLastBlocks(GameKind kind, int levels) {
-    LevelSet set = NewSet(kind);
-    for (int i = 1; i < levels; ++i) AddEmptyLevel(set);
-    for (auto& layout : set.Layouts) layout.Cells[0] = 6;
+// A Shardles set whose levels hold the given cells from cell 1 on, and a last
+// block in cell 0 unless their number is among those without.
+LevelSet Shardles(const std::vector<std::vector<int>>& levels, const std::vector<int>& without = {}) {
+    LevelSet set = NewSet(GameKind::Shardles);
+    for (int level = 1; level <= static_cast<int>(levels.size()); ++level) {
+        if (level > 1) AddEmptyLevel(set);
+        auto& cells = set.Layout(level).Cells;
+        cells[0] = std::ranges::count(without, level) ? 0 : 6;
+        std::ranges::copy(levels[static_cast<std::size_t>(level - 1)], cells.begin() + 1);
+    }
     return set;
 }
 
-TEST(Check, ACleanSetHasNoFindings) {
-    const Outcome run = Check(WithLastBlocks(GameKind::Shardles, 3));
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.out, "0 findings\n");
-    EXPECT_EQ(run.err, "");
-}
-
-TEST(Check, NamesEveryShardlesLevelWithoutLastBlocks) {
-    LevelSet set = WithLastBlocks(GameKind::Shardles, 4);
-    set.Layout(2).Cells[0] = 0;
-    set.Layout(4).Cells[0] = 0;
-    const Outcome run = Check(set);
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.out,
-              "Level 2: Level #2 has no Last Blocks.\n"
-              "Level 4: Level #4 has no Last Blocks.\n"
-              "2 findings\n");
-}
-
-TEST(Check, AsksNoQuestionsAboutATiltbashSet) {
-    LevelSet set = NewSet(GameKind::Tiltbash);
-    set.Layout(1).Cells[0] = 13;  // would be a custom shardle without changer in Shardles
-    const Outcome run = Check(set);
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.out, "0 findings\n");
-}
-
-TEST(Check, GivesEachOfTheNineQuestionsWhenItsConditionHolds) {
-    LevelSet set = WithLastBlocks(GameKind::Shardles, 1);
-    auto& cells = set.Layout(1).Cells;
-    // Shardles without changers for spotted, center-line, zig-zag and custom ...
-    cells[1] = 2; cells[2] = 4; cells[3] = 8; cells[4] = 13;
-    LevelSet changers = WithLastBlocks(GameKind::Shardles, 1);
-    // ... and changers of kinds marked unused.
-    changers.Layout(1).Cells[1] = 5;
-    changers.Layout(1).Cells[2] = 9;
-    changers.Layout(1).Cells[3] = 14;
-    changers.Layout(1).Cells[4] = 3;
-    changers.Record(1).CenterLineUnused = true;
-    changers.Record(1).ZigZagUnused = true;
-    changers.Record(1).CustomUnused = true;
-    changers.Record(1).SpottedUnused = true;
+TEST(Check, PrintsEachLevelsFindingsAndTheirNumber) {
+    // Level 2 lacks last blocks and holds a center-line shardle; level 3 holds
+    // shardles without changers and a custom one with custom shardles off;
+    // level 4 holds a spotted shardle its record denies, level 5 one its
+    // record claims and does not hold. The debugger being off changes nothing.
+    LevelSet questions = Shardles({{}, {4}, {2, 4, 8, 13}, {0, 0, 0, 0, 2}, {}, {}}, {2, 6});
+    questions.UseShardlesDebugger = false;
+    questions.Record(4).SpottedChangerCount = 1;
+    questions.Record(5).SpottedCount = 4;
+    // Changers of kinds marked unused.
+    LevelSet changers = Shardles({{5, 9, 14, 3}});
+    changers.Record(1) = {.SpottedUnused = true, .ZigZagUnused = true, .CenterLineUnused = true, .CustomUnused = true};
     changers.UseCustomShardles = true;
+    LevelSet tiltbash = NewSet(GameKind::Tiltbash);
+    tiltbash.Layout(1).Cells[0] = 13;  // would be a custom shardle without changer in Shardles
 
-    EXPECT_EQ(Check(set).out,
-              "Level 1: You have a Spotted Shardle without a Changer.  Set Spotted as Unused?\n"
-              "Level 1: You have a Center-Line Shardle without a Changer.  Set Center-Line as Unused?\n"
-              "Level 1: You have a Zig-Zag Shardle without a Changer.  Set Zig-Zag as Unused?\n"
-              "Level 1: You have a Custom Shardle without a Changer.  Set Custom as Unused?\n"
-              "Level 1: You used a Custom Block or Custom Changer without using Custom Shardles.  Use Custom "
-              "Shardles?\n"
-              "5 findings\n");
-    EXPECT_EQ(Check(changers).out,
-              "Level 1: You have a Center-Line Changer, but Center-Line's are Unused!  Make Center-Line a Used "
-              "Shardle?\n"
-              "Level 1: You have a Zig-Zag Changer, but Zig-Zag's are Unused!  Make Zig-Zag a Used Shardle?\n"
-              "Level 1: You have a Custom Changer, but Custom's are Unused!  Make Custom a Used Shardle?\n"
-              "Level 1: You have a Spotted Changer, but Spotted's are Unused!  Make Spotted a Used Shardle?\n"
-              "4 findings\n");
-}
-
-TEST(Check, CountsEachLevelFromItsCellsNotFromTheStoredCounts) {
-    LevelSet set = WithLastBlocks(GameKind::Shardles, 3);
-    // Level 3 holds a spotted shardle, yet its record says there is none and
-    // that it has a changer; level 2 claims a shardle it does not hold.
-    set.Layout(3).Cells[5] = 2;
-    set.Record(3).SpottedChangerCount = 1;
-    set.Record(2).SpottedCount = 4;
-    const Outcome run = Check(set);
-    EXPECT_EQ(run.out,
-              "Level 3: You have a Spotted Shardle without a Changer.  Set Spotted as Unused?\n"
-              "1 finding\n");
-    EXPECT_EQ(run.status, 1);
-}
-
-TEST(Check, RunsEvenWhenTheSetHasTheDebuggerOff) {
-    LevelSet set = WithLastBlocks(GameKind::Shardles, 1);
-    set.UseShardlesDebugger = false;
-    set.Layout(1).Cells[1] = 8;
-    EXPECT_EQ(Check(set).out,
-              "Level 1: You have a Zig-Zag Shardle without a Changer.  Set Zig-Zag as Unused?\n"
-              "1 finding\n");
-}
-
-TEST(Check, ReportsTheLastBlocksBeforeTheQuestionsOfTheSameLevel) {
-    LevelSet set = NewSet(GameKind::Shardles);
-    set.Layout(1).Cells[1] = 4;
-    EXPECT_EQ(Check(set).out,
-              "Level 1: Level #1 has no Last Blocks.\n"
-              "Level 1: You have a Center-Line Shardle without a Changer.  Set Center-Line as Unused?\n"
-              "2 findings\n");
-}
-
-TEST(Check, ReadsAnyFormAndRefusesBrokenInputLikeAConversion) {
-    Folder folder;
-    LevelSet set = WithLastBlocks(GameKind::Shardles, 2);
-    set.Layout(2).Cells[0] = 0;
-    WriteJson(folder / "set.json", set);
-    ASSERT_EQ(Convert({folder / "set.json", folder / "set.z80"}).status, 0);
-    const Outcome fromSource = Convert({"--check", folder / "set.z80"});
-    EXPECT_EQ(fromSource.out, "Level 2: Level #2 has no Last Blocks.\n1 finding\n");
-
-    WriteBytes(folder / "bad.rsx", "nope\r\n");
-    const Outcome bad = Convert({"--check", "--from", "myfile", folder / "bad.rsx"});
-    EXPECT_EQ(bad.status, 1);
-    EXPECT_EQ(bad.err, folder / "bad.rsx: Not one of my files.\n");
-    EXPECT_EQ(bad.out, "");
+    // Each set is read from the form given, written there by the program.
+    const struct {
+        LevelSet set;
+        const char* extension;
+        std::string said;
+    } cases[] = {
+        {questions, "json",
+         "Level 2: Level #2 has no Last Blocks.\n"
+         "Level 2: You have a Center-Line Shardle without a Changer.  Set Center-Line as Unused?\n"
+         "Level 3: You have a Spotted Shardle without a Changer.  Set Spotted as Unused?\n"
+         "Level 3: You have a Center-Line Shardle without a Changer.  Set Center-Line as Unused?\n"
+         "Level 3: You have a Zig-Zag Shardle without a Changer.  Set Zig-Zag as Unused?\n"
+         "Level 3: You have a Custom Shardle without a Changer.  Set Custom as Unused?\n"
+         "Level 3: You used a Custom Block or Custom Changer without using Custom Shardles.  Use Custom "
+         "Shardles?\n"
+         "Level 4: You have a Spotted Shardle without a Changer.  Set Spotted as Unused?\n"
+         "Level 6: Level #6 has no Last Blocks.\n"
+         "9 findings\n"},
+        {changers, "json",
+         "Level 1: You have a Center-Line Changer, but Center-Line's are Unused!  Make Center-Line a Used "
+         "Shardle?\n"
+         "Level 1: You have a Zig-Zag Changer, but Zig-Zag's are Unused!  Make Zig-Zag a Used Shardle?\n"
+         "Level 1: You have a Custom Changer, but Custom's are Unused!  Make Custom a Used Shardle?\n"
+         "Level 1: You have a Spotted Changer, but Spotted's are Unused!  Make Spotted a Used Shardle?\n"
+         "4 findings\n"},
+        {tiltbash, "json", "0 findings\n"},
+        {Shardles({{}, {}}, {2}), "z80", "Level 2: Level #2 has no Last Blocks.\n1 finding\n"},
+    };
+    for (const auto& [set, extension, said] : cases) {
+        Folder folder;
+        const std::string input = folder / (std::string("set.") + extension);
+        WriteJson(folder / "in.json", set);
+        ASSERT_EQ(Convert({folder / "in.json", input}).status, 0);
+        const Outcome run = Convert({"--check", input});
+        EXPECT_EQ(run.out, said);
+        EXPECT_EQ(run.err, "");
+        EXPECT_EQ(run.status, said == "0 findings\n" ? 0 : 1);
+    }
 }
 
 }  // namespace

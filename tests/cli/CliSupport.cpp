@@ -67,14 +67,19 @@ std::string ReadBytes(const std::string& path) {
     return bytes.str();
 }
 
-bool Exists(const std::string& path) { return fs::exists(path); }
-
 void WriteJson(const std::string& path, const LevelSet& set) { WriteBytes(path, WriteJsonFile(set).bytes); }
 
 LevelSet ReadJson(const std::string& path) {
     const ReadResult read = ReadJsonFile(ReadBytes(path));
     EXPECT_TRUE(read.complete()) << path << ": " << read.outcome.message;
     return read.set;
+}
+
+LevelSet ConvertBack(const std::string& path) {
+    Folder folder;
+    const Outcome run = Convert({path, folder / "back.json"});
+    EXPECT_EQ(run.status, 0) << path << ": " << run.err;
+    return ReadJson(folder / "back.json");
 }
 
 LevelSet PortableSet(GameKind kind, int levels, unsigned seed) {

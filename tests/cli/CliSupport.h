@@ -33,12 +33,14 @@ private:
 
 void WriteBytes(const std::string& path, const std::string& bytes);
 std::string ReadBytes(const std::string& path);
-bool Exists(const std::string& path);
 
 // The set written as JSON by the library, for a test's input.
 void WriteJson(const std::string& path, const LevelSet& set);
 // The JSON file read back by the library; fails the test when it does not read.
 LevelSet ReadJson(const std::string& path);
+// The set a file of any form holds, converted to JSON by the program and read
+// back; fails the test when either step fails.
+LevelSet ConvertBack(const std::string& path);
 
 // A Shardles set every form carries whole: settings from the editor's lists,
 // pictures of 0 and 1, the options the calculator forms bring back on, no

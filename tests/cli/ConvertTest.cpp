@@ -2,8 +2,8 @@
 // saving, the refusals and the command line.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
-#include <map>
 
 #include "cli/CliSupport.h"
 #include "files/Json.h"
@@ -12,9 +12,16 @@
 namespace shd::cli_test {
 namespace {
 
-// The forms that can be written, with the extension the converter knows them by.
-const std::map<std::string, std::string> kWritable{
-    {"myfile", "rsx"}, {"list", "83l"}, {"source", "z80"}, {"program", "83p"}, {"json", "json"}};
+// The forms that can be written: an extension the converter knows them by, in
+// mixed case, and bytes each file of that form holds near its start.
+struct Form {
+    std::string name, extension, mark;
+};
+const Form kWritable[] = {{"myfile", "RSX", "QUARTLEV\r\n"},
+                          {"list", "83l", "\r\n//LQRVLE\r\n"},
+                          {"source", "Asm", "        .org             9327h"},
+                          {"program", "83P", "**TI83**"},
+                          {"json", "json", "\"Kind\""}};
 
 // What the editor holds right after opening: level 1 current and recounted.
 LevelSet AsOpened(LevelSet set) {
@@ -29,21 +36,19 @@ TEST_P(EveryPair, ConvertsEveryFormIntoEveryOtherAndBackToTheSameSet) {
     const LevelSet original = PortableSet(GetParam(), 12, 5);
     Folder folder;
     WriteJson(folder / "original.json", original);
-    for (const auto& [from, fromExtension] : kWritable) {
+    for (const Form& from : kWritable) {
         // Program titles name the calculator program, so keep them short.
-        const std::string input = folder / ("in." + fromExtension);
+        const std::string input = folder / ("in." + from.extension);
         const Outcome made = Convert({folder / "original.json", input});
-        ASSERT_EQ(made.status, 0) << from << ": " << made.err;
-        for (const auto& [to, toExtension] : kWritable) {
-            SCOPED_TRACE(from + " to " + to);
-            const std::string output = folder / ("out." + toExtension);
+        ASSERT_EQ(made.status, 0) << from.name << ": " << made.err;
+        EXPECT_NE(ReadBytes(input).substr(0, 100).find(from.mark), std::string::npos) << from.name;
+        for (const Form& to : kWritable) {
+            SCOPED_TRACE(from.name + " to " + to.name);
+            const std::string output = folder / ("out." + to.extension);
             const Outcome converted = Convert({input, output});
             ASSERT_EQ(converted.status, 0) << converted.err;
-            EXPECT_EQ(converted.out, "");
-            EXPECT_EQ(converted.err, "");
-            const Outcome back = Convert({output, folder / "back.json"});
-            ASSERT_EQ(back.status, 0) << back.err;
-            EXPECT_EQ(ReadJson(folder / "back.json"), AsOpened(original));
+            EXPECT_EQ(converted.out + converted.err, "");
+            EXPECT_EQ(ConvertBack(output), AsOpened(original));
         }
     }
 }
@@ -51,12 +56,15 @@ TEST_P(EveryPair, ConvertsEveryFormIntoEveryOtherAndBackToTheSameSet) {
 INSTANTIATE_TEST_SUITE_P(BothGames, EveryPair, testing::Values(GameKind::Shardles, GameKind::Tiltbash),
                          [](const auto& info) { return info.param == GameKind::Shardles ? "Shardles" : "Tiltbash"; });
 
-TEST(JsonThroughTheConverter, ReadsBackIdenticalAndWritesTheSameBytesOnASecondRound) {
+TEST(JsonThroughTheConverter, ReadsBackIdenticalAndWritesTheSameBytesOnASecondRoundOntoItself) {
     Folder folder;
     LevelSet set = PortableSet(GameKind::Shardles, 255, 9);
-    // What only JSON carries: records, odd settings, counts the game never sees.
+    // What only JSON carries: records, odd settings, counts the game never sees;
+    // level 1's stale records are recounted on opening, level 2's left as read.
     set.BonusClock = "45";
     set.UseShardlesDebugger = false;
+    set.Record(1) = {.SpottedUnused = true, .SpottedCount = 99};
+    set.Record(2).SpottedCount = 9;
     set.Record(3).ZigZagUnused = true;
     set.Record(4).SpecialUnusedCount = -7;
     set.Layout(5).BlockCount = -300;
@@ -65,244 +73,123 @@ TEST(JsonThroughTheConverter, ReadsBackIdenticalAndWritesTheSameBytesOnASecondRo
 
     ASSERT_EQ(Convert({folder / "a.json", folder / "b.json"}).status, 0);
     EXPECT_EQ(ReadJson(folder / "b.json"), AsOpened(set));
-    ASSERT_EQ(Convert({folder / "b.json", folder / "c.json"}).status, 0);
-    EXPECT_EQ(ReadBytes(folder / "c.json"), ReadBytes(folder / "b.json"));
+    // A second round, onto its own input, writes the same bytes.
+    const std::string first = ReadBytes(folder / "b.json");
+    ASSERT_EQ(Convert({folder / "b.json", folder / "b.json"}).status, 0);
+    EXPECT_EQ(ReadBytes(folder / "b.json"), first);
+    EXPECT_EQ(folder.Files(), (std::vector<std::string>{"a.json", "b.json"}));
 }
 
-TEST(JsonThroughTheConverter, LeavesLevelOneRecountedAndTheOtherLevelsAsRead) {
+TEST(CountingBeforeSaving, MyFileListAndProgramCountAndRefuseALevelWithoutLastBlocks) {
     Folder folder;
-    LevelSet set = NewSet(GameKind::Shardles);
-    AddEmptyLevel(set);
-    for (int level : {1, 2}) {
-        set.Layout(level).Cells[0] = 2;
-        set.Layout(level).Cells[1] = 2;
-        set.Record(level).SpottedCount = 9;  // stale
-        set.Record(level).SpottedUnused = true;
-    }
-    WriteJson(folder / "in.json", set);
-    ASSERT_EQ(Convert({folder / "in.json", folder / "out.json"}).status, 0);
-    const LevelSet out = ReadJson(folder / "out.json");
-    EXPECT_EQ(out.Record(1).SpottedCount, 2);
-    EXPECT_TRUE(out.Record(1).SpottedUnused);
-    EXPECT_EQ(out.Record(2).SpottedCount, 9);
-}
+    LevelSet stale = NewSet(GameKind::Shardles);  // ten blocks, one last, three unused
+    std::fill_n(stale.Layout(1).Cells.begin(), 10, 1);
+    stale.Layout(1).Cells[50] = 6;
+    stale.Record(1).SpecialUnusedCount = 3;
+    stale.Layout(1).BlockCount = 99;  // stale, as a hand-written file may have it
+    stale.Layout(1).LastBlockCount = 42;
+    WriteJson(folder / "stale.json", stale);
+    LevelSet noLast = PortableSet(GameKind::Shardles, 5, 3);
+    for (int level : {3, 5}) std::ranges::replace(noLast.Layout(level).Cells, 6, 0);
+    WriteJson(folder / "nolast.json", noLast);
+    LevelSet tiltbash = NewSet(GameKind::Tiltbash);  // never refused
+    tiltbash.Layout(1).Cells = BlockGrid(64, 8);
+    WriteJson(folder / "tiltbash.json", tiltbash);
 
-// ---- counting blocks before saving ----------------------------------------------
+    const struct { const char* extension; bool counts; } forms[] = {{"rsx", true}, {"83l", true}, {"83p", true}, {"z80", false}, {"json", false}};
+    for (const auto& form : forms) {
+        SCOPED_TRACE(form.extension);
+        const std::string out = folder / (std::string("out.") + form.extension);
+        ASSERT_EQ(Convert({folder / "stale.json", out}).status, 0);
+        const LevelLayout written = ConvertBack(out).Layout(1);
+        EXPECT_EQ(written.BlockCount, form.counts ? 7 : 99);
+        EXPECT_EQ(written.LastBlockCount, form.counts ? 1 : 42);
+        ASSERT_EQ(Convert({folder / "tiltbash.json", out}).status, 0);
+        EXPECT_EQ(ConvertBack(out).Layout(1).BlockCount, form.counts ? 128 : 0);
 
-LevelSet TenBlocksOneLastThreeUnused() {
-    LevelSet set = NewSet(GameKind::Shardles);
-    for (int i = 0; i < 10; ++i) set.Layout(1).Cells[static_cast<std::size_t>(i)] = 1;
-    set.Layout(1).Cells[50] = 6;
-    set.Record(1).SpecialUnusedCount = 3;
-    set.Layout(1).BlockCount = 99;  // stale, as a hand-written file may have it
-    set.Layout(1).LastBlockCount = 42;
-    return set;
-}
-
-TEST(CountingBeforeSaving, MyFileListAndProgramStoreFreshCounts) {
-    Folder folder;
-    WriteJson(folder / "in.json", TenBlocksOneLastThreeUnused());
-    // My File carries SpecialUnusedCount, so its count can be checked exactly.
-    ASSERT_EQ(Convert({folder / "in.json", folder / "set.rsx"}).status, 0);
-    ASSERT_EQ(Convert({folder / "set.rsx", folder / "back.json"}).status, 0);
-    EXPECT_EQ(ReadJson(folder / "back.json").Layout(1).BlockCount, 7);
-    EXPECT_EQ(ReadJson(folder / "back.json").Layout(1).LastBlockCount, 1);
-    for (const char* name : {"set.83l", "set.83p"}) {
-        ASSERT_EQ(Convert({folder / "in.json", folder / name}).status, 0) << name;
-        ASSERT_EQ(Convert({folder / name, folder / "back.json"}).status, 0) << name;
-        EXPECT_EQ(ReadJson(folder / "back.json").Layout(1).BlockCount, 7) << name;
-        EXPECT_EQ(ReadJson(folder / "back.json").Layout(1).LastBlockCount, 1) << name;
+        const std::string refused = folder / (std::string("refused.") + form.extension);
+        const Outcome run = Convert({folder / "nolast.json", refused});
+        EXPECT_EQ(run.status, form.counts ? 1 : 0);
+        EXPECT_EQ(run.err, form.counts ? "Level #3 has no Last Blocks.\n" : "");
+        EXPECT_EQ(std::filesystem::exists(refused), !form.counts);
     }
 }
 
-TEST(CountingBeforeSaving, SourceAndJsonWriteTheCountsAsTheyStand) {
+TEST(Refusals, PrintTheFileThePlaceAndTheReasonAndWriteNothing) {
     Folder folder;
-    WriteJson(folder / "in.json", TenBlocksOneLastThreeUnused());
-    for (const char* name : {"set.z80", "set.json"}) {
-        ASSERT_EQ(Convert({folder / "in.json", folder / name}).status, 0) << name;
-        ASSERT_EQ(Convert({folder / name, folder / "back.json"}).status, 0) << name;
-        EXPECT_EQ(ReadJson(folder / "back.json").Layout(1).BlockCount, 99) << name;
-        EXPECT_EQ(ReadJson(folder / "back.json").Layout(1).LastBlockCount, 42) << name;
-    }
-}
-
-TEST(CountingBeforeSaving, RefusesAShardlesLevelWithoutLastBlocksNamingTheFirst) {
-    Folder folder;
-    LevelSet set = PortableSet(GameKind::Shardles, 5, 3);
-    for (int level : {3, 5})
-        for (auto& cell : set.Layout(level).Cells)
-            if (cell == 6) cell = 0;
-    WriteJson(folder / "in.json", set);
-    for (const char* name : {"out.rsx", "out.83l", "out.83p"}) {
-        const Outcome run = Convert({folder / "in.json", folder / name});
-        EXPECT_EQ(run.status, 1) << name;
-        EXPECT_EQ(run.err, "Level #3 has no Last Blocks.\n");
-        EXPECT_FALSE(Exists(folder / name));
-    }
-    // The other two forms do not count, so they write the set as it is.
-    for (const char* name : {"out.z80", "out.json"}) EXPECT_EQ(Convert({folder / "in.json", folder / name}).status, 0);
-}
-
-TEST(CountingBeforeSaving, NeverRefusesATiltbashSet) {
-    Folder folder;
-    LevelSet set = NewSet(GameKind::Tiltbash);
-    set.Layout(1).Cells = BlockGrid(64, 8);  // two each
-    WriteJson(folder / "in.json", set);
-    ASSERT_EQ(Convert({folder / "in.json", folder / "out.rsx"}).status, 0);
-    ASSERT_EQ(Convert({folder / "out.rsx", folder / "back.json"}).status, 0);
-    EXPECT_EQ(ReadJson(folder / "back.json").Layout(1).BlockCount, 128);
-}
-
-// ---- the program file's name ------------------------------------------------------
-
-TEST(ProgramName, ComesFromTheOutputFileNameInUpperCase) {
-    Folder folder;
-    WriteJson(folder / "in.json", PortableSet(GameKind::Tiltbash, 1, 1));
-    ASSERT_EQ(Convert({folder / "in.json", folder / "levels12.83p"}).status, 0);
-    EXPECT_EQ(ReadBytes(folder / "levels12.83p").substr(60, 8), "LEVELS12");
-    ASSERT_EQ(Convert({folder / "in.json", folder / "tilt.83p"}).status, 0);
-    EXPECT_EQ(ReadBytes(folder / "tilt.83p").substr(60, 8), std::string("TILT\0\0\0\0", 8));
-}
-
-TEST(ProgramName, RefusesAFileNameOverTwelveCharacters) {
-    Folder folder;
-    WriteJson(folder / "in.json", PortableSet(GameKind::Shardles, 2, 1));
-    const Outcome run = Convert({folder / "in.json", folder / "levels123.83p"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.err,
-              "This name has to be 8 characters long because this is the name that is shown in the Calculator!\n");
-    EXPECT_EQ(folder.Files(), std::vector<std::string>{"in.json"});
-}
-
-TEST(ProgramName, RefusesAFileNameTooShortToGiveAName) {
-    Folder folder;
-    WriteJson(folder / "in.json", PortableSet(GameKind::Tiltbash, 1, 1));
-    const Outcome run = Convert({"--to", "program", folder / "in.json", folder / "abc"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.err.find(folder / "abc: "), std::string::npos) << run.err;
-    EXPECT_FALSE(Exists(folder / "abc"));
-}
-
-// ---- refused and broken input ------------------------------------------------------
-
-struct BadInput {
-    const char* name;
-    std::string bytes;
-    const char* from;  // nullptr: from the extension
-    std::string said;  // what follows "FILE: " on standard error; ending in ": ", how it starts
-};
-
-TEST(BrokenInput, PrintsTheFileThePlaceAndTheReasonAndWritesNothing) {
-    const BadInput cases[] = {
-        {"bad.json", R"({"Levels": [{"BallX": "7"}]})", nullptr,
-         ".Levels[0].BallX: must be a whole number from -32768 to 32767"},
-        {"bad.json", "{\n\"Kind\": Shardles}", nullptr,
-         "byte 10 (line 2, column 9): syntax error while parsing value - invalid literal"},
-        {"bad.rsx", "quartlev\r\n", nullptr, "Not one of my files."},
-        {"bad.83l", "Title\r\n//lQRVLE\r\n", nullptr, "Not a valid list file."},
-        {"bad.z80", "        .org             9327H\r\n", nullptr, "Not compilable code."},
-        // Stopped reads: the line is ours to check, the reason the reader's.
-        {"bad.txt", "QUARTLEV\r\nT\r\nFalse\r\n", "oldmyfile", "line 4: "},
-        // A refusal that carries a place rather than a message.
-        {"empty.z80", "", nullptr, "line 1: "},
+    WriteJson(folder / "good.json", PortableSet(GameKind::Shardles, 3, 2));
+    ASSERT_EQ(Convert({folder / "good.json", folder / "whole.83p"}).status, 0);
+    const std::pair<const char*, std::string> inputs[] = {
+        {"field.json", R"({"Levels": [{"BallX": "7"}]})"},
+        {"syntax.json", "{\n\"Kind\": Shardles}"},
+        {"bad.rsx", "quartlev\r\n"},
+        {"bad.83l", "Title\r\n//lQRVLE\r\n"},
+        {"bad.z80", "        .org             9327H\r\n"},
+        {"empty.z80", ""},
+        {"old.txt", "QUARTLEV\r\nT\r\nFalse\r\n"},
+        {"cut.rsx", "QUARTLEV\r\nCut\r\nFalse\r\n 2 \r\n0,0,0\r\n"},
+        {"cut.83p", ReadBytes(folder / "whole.83p").substr(0, 120)},
+        {"out.json", "keep me"},  // every refusal leaves it alone
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        Folder folder;
-        WriteBytes(folder / c.name, c.bytes);
+    for (const auto& [name, bytes] : inputs) WriteBytes(folder / name, bytes);
+    std::filesystem::create_directory(folder / "folder.json");
+    const std::vector<std::string> files = folder.Files();
+
+    // The arguments, file names in the folder, and all standard error says with
+    // @ for the folder, or how it starts when that ends in ": ".
+    const std::pair<std::vector<std::string>, std::string> cases[] = {
+        {{"field.json", "out.json"}, "@field.json: .Levels[0].BallX: must be a whole number from -32768 to 32767"},
+        {{"syntax.json", "out.json"},
+         "@syntax.json: byte 10 (line 2, column 9): syntax error while parsing value - invalid literal"},
+        {{"bad.rsx", "out.json"}, "@bad.rsx: Not one of my files."},
+        {{"--check", "--from=myfile", "bad.rsx"}, "@bad.rsx: Not one of my files."},
+        {{"bad.83l", "out.json"}, "@bad.83l: Not a valid list file."},
+        {{"bad.z80", "out.json"}, "@bad.z80: Not compilable code."},
+        {{"empty.z80", "out.json"}, "@empty.z80: line 1: the file ends before the origin line"},
+        {{"--from=oldmyfile", "old.txt", "out.json"}, "@old.txt: line 4: the file ends before the level count"},
+        {{"cut.rsx", "out.json"}, "@cut.rsx: line 6: the file ends inside level 1"},
+        {{"cut.83p", "out.json"}, "@cut.83p: byte 120: the file ends inside level 1"},
+        {{"none.json", "out.json"}, "@none.json: cannot be read: No such file or directory"},
+        {{"folder.json", "out.json"}, "@folder.json: cannot be read: Is a directory"},
+        {{"good.json", "levels123.83p"},
+         "This name has to be 8 characters long because this is the name that is shown in the Calculator!"},
+        {{"--to=program", "good.json", "abc"}, "@abc: The file name is too short to give the program a name."},
+        {{"good.json", "missing/out.json"}, "@missing/out.json: "},
+    };
+    for (const auto& [names, said] : cases) {
         std::vector<std::string> args;
-        if (c.from) args = {"--from", c.from};
-        args.push_back(folder / c.name);
-        args.push_back(folder / "out.json");
+        for (const auto& arg : names) args.push_back(arg.starts_with("-") ? arg : folder / arg);
+        SCOPED_TRACE(args.back());
         const Outcome run = Convert(args);
         EXPECT_EQ(run.status, 1);
-        const std::string prefix = folder / c.name + ": ";
-        ASSERT_EQ(run.err.substr(0, prefix.size()), prefix) << run.err;
-        if (c.said.ends_with(": ")) {
-            EXPECT_EQ(run.err.substr(0, prefix.size() + c.said.size()), prefix + c.said) << run.err;
+        EXPECT_EQ(run.out, "");
+        std::string expected = said;
+        if (expected.starts_with("@")) expected.replace(0, 1, folder / "");
+        if (expected.ends_with(": ")) {
+            EXPECT_EQ(run.err.substr(0, expected.size()), expected) << run.err;
         } else {
-            EXPECT_EQ(run.err, prefix + c.said + "\n");
+            EXPECT_EQ(run.err, expected + "\n");
         }
-        EXPECT_EQ(folder.Files(), std::vector<std::string>{c.name});
+        EXPECT_EQ(folder.Files(), files);
+        EXPECT_EQ(ReadBytes(folder / "out.json"), "keep me");
     }
 }
 
-TEST(BrokenInput, AReadThatStopsPartwayNamesTheLine) {
+TEST(Output, AProgramFileReplacesAnExistingFileWholeAndIsNamedAfterIt) {
     Folder folder;
-    // A My File cut off in the middle of its first level.
-    WriteBytes(folder / "cut.rsx", "QUARTLEV\r\nCut\r\nFalse\r\n 2 \r\n0,0,0\r\n");
-    const Outcome run = Convert({folder / "cut.rsx", folder / "out.json"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.err.find(folder / "cut.rsx: line "), std::string::npos) << run.err;
-    EXPECT_FALSE(Exists(folder / "out.json"));
+    WriteJson(folder / "set.json", PortableSet(GameKind::Shardles, 4, 8));
+    for (const auto& [file, name] : {std::pair{"levels12.83p", "LEVELS12"}, {"tilt.83p", "TILT\0\0\0\0"}}) {
+        WriteBytes(folder / file, std::string(5000, 'x'));
+        ASSERT_EQ(Convert({folder / "set.json", folder / file}).status, 0);
+        const std::string bytes = ReadBytes(folder / file);
+        EXPECT_EQ(bytes.substr(0, 8), "**TI83**");
+        EXPECT_EQ(bytes.substr(60, 8), std::string(name, 8));
+        EXPECT_LT(bytes.size(), 5000u);
+    }
+    EXPECT_EQ(folder.Files(), (std::vector<std::string>{"levels12.83p", "set.json", "tilt.83p"}));
 }
 
-TEST(BrokenInput, AProgramFileCutShortNamesTheByte) {
-    Folder folder;
-    WriteJson(folder / "in.json", PortableSet(GameKind::Shardles, 3, 2));
-    ASSERT_EQ(Convert({folder / "in.json", folder / "whole.83p"}).status, 0);
-    WriteBytes(folder / "cut.83p", ReadBytes(folder / "whole.83p").substr(0, 120));
-    const Outcome run = Convert({folder / "cut.83p", folder / "out.json"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.err.find(folder / "cut.83p: byte "), std::string::npos) << run.err;
-    EXPECT_FALSE(Exists(folder / "out.json"));
-}
-
-TEST(BrokenInput, AMissingInputIsRefusedNotAUsageError) {
-    Folder folder;
-    const Outcome run = Convert({folder / "none.json", folder / "out.rsx"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.err, folder / "none.json: cannot be read: No such file or directory\n");
-}
-
-TEST(BrokenInput, AFolderIsNoInput) {
-    Folder folder;
-    std::filesystem::create_directory(folder / "set.json");
-    const Outcome run = Convert({folder / "set.json", folder / "out.rsx"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.err, folder / "set.json: cannot be read: Is a directory\n");
-    EXPECT_FALSE(Exists(folder / "out.rsx"));
-}
-
-TEST(BrokenInput, AFailedReadLeavesAnExistingOutputAlone) {
-    Folder folder;
-    WriteBytes(folder / "out.json", "keep me");
-    WriteBytes(folder / "bad.json", "[]");
-    EXPECT_EQ(Convert({folder / "bad.json", folder / "out.json"}).status, 1);
-    EXPECT_EQ(ReadBytes(folder / "out.json"), "keep me");
-}
-
-TEST(Output, AnUnwritablePlaceIsRefusedAndLeavesNoTemporaryFile) {
-    Folder folder;
-    WriteJson(folder / "in.json", PortableSet(GameKind::Tiltbash, 1, 1));
-    const Outcome run = Convert({folder / "in.json", folder / "missing/out.json"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.err.substr(0, (folder / "missing/out.json: ").size()), folder / "missing/out.json: ");
-    EXPECT_EQ(folder.Files(), std::vector<std::string>{"in.json"});
-}
-
-TEST(Output, ReplacesAnExistingFileWhole) {
-    Folder folder;
-    WriteJson(folder / "in.json", PortableSet(GameKind::Tiltbash, 1, 1));
-    WriteBytes(folder / "out.83p", std::string(5000, 'x'));
-    ASSERT_EQ(Convert({folder / "in.json", folder / "out.83p"}).status, 0);
-    const std::string bytes = ReadBytes(folder / "out.83p");
-    EXPECT_EQ(bytes.substr(0, 8), "**TI83**");
-    EXPECT_LT(bytes.size(), 5000u);
-    EXPECT_EQ(folder.Files(), (std::vector<std::string>{"in.json", "out.83p"}));
-}
-
-TEST(Output, MayBeTheInputItself) {
-    Folder folder;
-    const LevelSet set = PortableSet(GameKind::Shardles, 4, 8);
-    WriteJson(folder / "set.json", set);
-    ASSERT_EQ(Convert({folder / "set.json", folder / "set.json"}).status, 0);
-    EXPECT_EQ(ReadJson(folder / "set.json"), AsOpened(set));
-}
-
-// ---- choosing forms -------------------------------------------------------------------
-
-TEST(Forms, FromAndToOverrideTheExtensions) {
+TEST(Forms, FromAndToOverrideTheExtensionsAndOnlyFromReadsAnOldMyFile) {
     Folder folder;
     const LevelSet set = PortableSet(GameKind::Shardles, 2, 4);
     WriteJson(folder / "set.data", set);
@@ -310,20 +197,7 @@ TEST(Forms, FromAndToOverrideTheExtensions) {
     EXPECT_EQ(ReadBytes(folder / "set.json").substr(0, 30), "        .org             9327h");
     ASSERT_EQ(Convert({"--from=source", folder / "set.json", folder / "back.JSON"}).status, 0);
     EXPECT_EQ(ReadJson(folder / "back.JSON").Layout(2), set.Layout(2));
-}
 
-TEST(Forms, ExtensionsInAnyCaseAndBothSourceExtensions) {
-    Folder folder;
-    WriteJson(folder / "in.json", PortableSet(GameKind::Tiltbash, 1, 1));
-    for (const char* name : {"a.RSX", "b.83L", "c.asm", "d.Z80", "e.83P"}) {
-        ASSERT_EQ(Convert({folder / "in.json", folder / name}).status, 0) << name;
-        EXPECT_EQ(Convert({folder / name, folder / "back.json"}).status, 0) << name;
-    }
-    EXPECT_EQ(ReadBytes(folder / "a.RSX").substr(0, 8), "QUARTLEV");
-}
-
-TEST(Forms, AnOldMyFileIsReadWhenAskedFor) {
-    Folder folder;
     // Older files have no debugger and match-locks lines, letters for codes
     // 10 to 15 and no record line after a level's four numbers.
     std::string cells;
@@ -331,37 +205,23 @@ TEST(Forms, AnOldMyFileIsReadWhenAskedFor) {
     WriteBytes(folder / "old.rsx", "QUARTLEV\r\nOld one\r\nTrue\r\n 1 \r\nFalse\r\n200\r\n60\r\nTrue\r\nFalse\r\n" +
                                        cells + "\r\n3,1,40,30\r\n");
     ASSERT_EQ(Convert({"--from", "oldmyfile", folder / "old.rsx", folder / "new.json"}).status, 0);
-    const LevelSet set = ReadJson(folder / "new.json");
-    EXPECT_EQ(set.Title, "Old one");
-    EXPECT_EQ(set.ExtraLifePoints, "200");
-    EXPECT_TRUE(set.UseWrapAround);
-    EXPECT_EQ(set.Layout(1).Cells[0], 11);
-    EXPECT_EQ(set.Layout(1).BallY, 30);
+    const LevelSet old = ReadJson(folder / "new.json");
+    EXPECT_EQ(old.Title, "Old one");
+    EXPECT_EQ(old.Layout(1).Cells[0], 11);
     // By its extension the same file is a current My File, which it is not.
     EXPECT_EQ(Convert({folder / "old.rsx", folder / "wrong.json"}).status, 1);
 }
-
-// ---- the command line ---------------------------------------------------------------
 
 TEST(CommandLine, UsageErrorsExitWithTwoAndWriteNothing) {
     Folder folder;
     WriteJson(folder / "in.json", PortableSet(GameKind::Tiltbash, 1, 1));
     const std::string in = folder / "in.json";
+    const std::string out = folder / "out.json";
     const std::vector<std::vector<std::string>> cases{
-        {},
-        {in},
-        {in, folder / "a.json", folder / "b.json"},
-        {in, folder / "out.txt"},
-        {folder / "in", folder / "out.json"},
-        {"--to", "oldmyfile", in, folder / "out.rsx"},
-        {"--from", "yaml", in, folder / "out.json"},
-        {"--from", "json", "--from", "json", in, folder / "out.json"},
-        {"--to"},
-        {"--tox=json", in, folder / "out.json"},
-        {"--verbose", in, folder / "out.json"},
-        {"--check"},
-        {"--check", in, folder / "out.json"},
-        {"--check", "--to", "json", in},
+        {}, {in}, {"--to"}, {"--check"}, {in, folder / "a.json", folder / "b.json"},
+        {in, folder / "out.txt"}, {folder / "in", out}, {"--to", "oldmyfile", in, folder / "out.rsx"},
+        {"--from", "yaml", in, out}, {"--from", "json", "--from", "json", in, out}, {"--tox=json", in, out},
+        {"--verbose", in, out}, {"--check", in, out}, {"--check", "--to", "json", in},
     };
     for (const auto& args : cases) {
         std::string shown;
@@ -375,7 +235,7 @@ TEST(CommandLine, UsageErrorsExitWithTwoAndWriteNothing) {
     EXPECT_EQ(folder.Files(), std::vector<std::string>{"in.json"});
 }
 
-TEST(CommandLine, VersionAndHelpGoToStandardOutput) {
+TEST(CommandLine, VersionHelpAndADoubleDashBeforeNamesThatStartWithOne) {
     const Outcome version = Convert({"--version"});
     EXPECT_EQ(version.status, 0);
     EXPECT_EQ(version.out.substr(0, 17), "shardles-convert ");
@@ -384,15 +244,11 @@ TEST(CommandLine, VersionAndHelpGoToStandardOutput) {
     EXPECT_EQ(help.status, 0);
     for (const char* form : {"myfile", "oldmyfile", "list", "source", "program", "json", "--check"})
         EXPECT_NE(help.out.find(form), std::string::npos) << form;
-}
-
-TEST(CommandLine, ADoubleDashEndsTheOptions) {
     Folder folder;
     WriteJson(folder / "-in.json", PortableSet(GameKind::Tiltbash, 1, 1));
-    // Relative names that start with a dash need the double dash.
     const std::string command = "cd '" + (folder / "") + "' && " + CONVERT_EXE + " -- -in.json -out.json";
     EXPECT_EQ(std::system(command.c_str()), 0);
-    EXPECT_TRUE(Exists(folder / "-out.json"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "-out.json"));
 }
 
 }  // namespace
