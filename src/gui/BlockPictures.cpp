@@ -17,12 +17,9 @@ constexpr int kTileHeight = 30;
 QString HexDigit(int code) { return QString::number(code, 16).toUpper(); }
 }  // namespace
 
-BlockPictures::BlockPictures() : unknown_(Tile(QStringLiteral("?"))) {
-    for (int code = 0; code < 16; ++code) {
-        pictures_[static_cast<std::size_t>(code)] = Tile(HexDigit(code));
-        drawn_[static_cast<std::size_t>(code)] = true;
-    }
-}
+// Stand-in tiles are drawn only when needed: painting text is a good part of
+// the window's start-up, and with the picture files in place none is shown.
+BlockPictures::BlockPictures() = default;
 
 QPixmap BlockPictures::Tile(const QString& text) {
     QPixmap tile(kTileWidth, kTileHeight);
@@ -51,7 +48,10 @@ void BlockPictures::Load(const QString& folder, const std::array<std::string, 16
 }
 
 const QPixmap& BlockPictures::Of(int code) const {
-    if (code < 0 || code > 15) return unknown_;
+    if (code < 0 || code > 15) {
+        if (unknown_.isNull()) unknown_ = Tile(QStringLiteral("?"));
+        return unknown_;
+    }
     return pictures_[static_cast<std::size_t>(code)];
 }
 

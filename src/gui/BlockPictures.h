@@ -11,7 +11,7 @@ namespace shd::gui {
 
 class BlockPictures {
 public:
-    BlockPictures();
+    BlockPictures();  // empty until the first Load
 
     // Reads the sixteen files from `folder`; a file that is missing or
     // unreadable is replaced by a drawn tile, without a word.
@@ -27,7 +27,7 @@ public:
 private:
     std::array<QPixmap, 16> pictures_;
     std::array<bool, 16> drawn_{};
-    QPixmap unknown_;
+    mutable QPixmap unknown_;
 };
 
 }  // namespace shd::gui
