@@ -280,19 +280,15 @@ void Editor::mnuSpecial_Click() {
     }
 }
 
-void Editor::mnuCreateNormShd_Click() {
-    StepRecorder step(*this, StepKind::Picture);
-    set_.UseCustomShardles = true;
-    ui_.marks.CustomShardles = true;
-    CustomPieceEdit edit(set_, PictureKind::Normal);
-    if (prompts_.EditPicture(edit)) edit.StoreInto(set_);
-}
+void Editor::mnuCreateNormShd_Click() { EditPicture(PictureKind::Normal); }
+void Editor::mnuCreateChangeShd_Click() { EditPicture(PictureKind::Change); }
 
-void Editor::mnuCreateChangeShd_Click() {
+// Opening either picture switches custom shardles on, even when the dialog is cancelled.
+void Editor::EditPicture(PictureKind kind) {
     StepRecorder step(*this, StepKind::Picture);
     set_.UseCustomShardles = true;
     ui_.marks.CustomShardles = true;
-    CustomPieceEdit edit(set_, PictureKind::Change);
+    CustomPieceEdit edit(set_, kind);
     if (prompts_.EditPicture(edit)) edit.StoreInto(set_);
 }
 

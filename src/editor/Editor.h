@@ -13,6 +13,7 @@
 #include "editor/Prompts.h"
 #include "formats/Formats.h"
 #include "model/LevelSet.h"
+#include "rules/CustomPiece.h"
 #include "rules/LevelChecks.h"
 
 namespace shd {
@@ -104,6 +105,7 @@ public:
 
 private:
     void NewSet(GameKind kind);
+    void EditPicture(PictureKind kind);
     void SetBall(bool across, int keyCode, const std::string& text);
     void AddLevel();
     void ClosingSteps();
