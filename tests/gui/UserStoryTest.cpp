@@ -319,47 +319,40 @@ TEST_F(UserStory, ATiltbashSetThenAShardlesSetSavedInEveryFormAndOpenedBackFromE
 
     // ---- Opened back from each form, each time over a fresh Tiltbash set ----
     // None of the forms keeps the spotted flag, so the debugger asks again each time.
+    struct Reopen {
+        const char* action;
+        const char* filter;
+        const char* file;
+        bool confirms;  // reading source confirms nothing
+        LevelSet expected;
+    };
+    const Reopen reopens[] = {
+        {"mnuOpenMyFile", "My Files (*.rsx)|*.rsx", "shard.rsx", true, shd::test::Carried(mySaved, true)},
+        {"mnuOpenList", "TI-83 List File|*.83l", "shard.83l", true, shd::test::Carried(listSaved, false)},
+        {"mnuOpenSource", "TI-83 Source Files (*.z80, *.asm)|*.z80;*.asm", "shard.z80", false,
+         ImageCarried(sourceSaved)},
+        {"mnuOpenCode", "TI-83 Program files|*.83p", "SHARD.83p", true, ImageCarried(codeSaved)},
+    };
+    for (const Reopen& reopen : reopens) {
+        SCOPED_TRACE(reopen.action);
+        Trigger("mnuNewTil");
+        prompts.ExpectOpen(reopen.filter, PathOf(reopen.file));
+        if (reopen.confirms) prompts.ExpectMessage("Opened Succesfully");
+        prompts.ExpectYesNo(kSpottedQuestion, false);
+        Trigger(reopen.action);
+        ASSERT_TRUE(prompts.done());
+        EXPECT_SAME_SET(set(), AsOpened(reopen.expected));
+        EXPECT_EQ(set().CustomShardlePicture, picture);
+        ExpectShardlesStoryShown();
+    }
+    // Only the My File keeps the record fields and the match-locks option.
     Trigger("mnuNewTil");
-    prompts.ExpectOpen("My Files (*.rsx)|*.rsx", PathOf("shard.rsx"));
-    prompts.ExpectMessage("Opened Succesfully");
+    prompts.ExpectOpen("My Files (*.rsx)|*.rsx", PathOf("shard.rsx")).ExpectMessage("Opened Succesfully");
     prompts.ExpectYesNo(kSpottedQuestion, false);
     Trigger("mnuOpenMyFile");
-    ASSERT_TRUE(prompts.done());
-    EXPECT_SAME_SET(set(), AsOpened(shd::test::Carried(mySaved, true)));
     EXPECT_FALSE(set().MatchLocksToBlocks);
     EXPECT_TRUE(set().Record(2).CenterLineUnused);
     EXPECT_EQ(set().Record(2).SpecialUnusedCount, 1);
-    ExpectShardlesStoryShown();
-
-    Trigger("mnuNewTil");
-    prompts.ExpectOpen("TI-83 List File|*.83l", PathOf("shard.83l"));
-    prompts.ExpectMessage("Opened Succesfully");
-    prompts.ExpectYesNo(kSpottedQuestion, false);
-    Trigger("mnuOpenList");
-    ASSERT_TRUE(prompts.done());
-    EXPECT_SAME_SET(set(), AsOpened(shd::test::Carried(listSaved, false)));
-    EXPECT_EQ(set().Record(2), LevelRecord{});  // a list file has no record lines
-    ExpectShardlesStoryShown();
-
-    Trigger("mnuNewTil");
-    // Reading source confirms nothing.
-    prompts.ExpectOpen("TI-83 Source Files (*.z80, *.asm)|*.z80;*.asm", PathOf("shard.z80"));
-    prompts.ExpectYesNo(kSpottedQuestion, false);
-    Trigger("mnuOpenSource");
-    ASSERT_TRUE(prompts.done());
-    EXPECT_SAME_SET(set(), AsOpened(ImageCarried(sourceSaved)));
-    EXPECT_TRUE(Action("mnuMatch")->isChecked());  // back on, as the image does not carry it
-    ExpectShardlesStoryShown();
-
-    Trigger("mnuNewTil");
-    prompts.ExpectOpen("TI-83 Program files|*.83p", PathOf("SHARD.83p"));
-    prompts.ExpectMessage("Opened Succesfully");
-    prompts.ExpectYesNo(kSpottedQuestion, false);
-    Trigger("mnuOpenCode");
-    ASSERT_TRUE(prompts.done());
-    EXPECT_SAME_SET(set(), AsOpened(ImageCarried(codeSaved)));
-    ExpectShardlesStoryShown();
-    EXPECT_EQ(set().CustomShardlePicture, picture);
 
     Trigger("mnuNewShd");
     // And the Tiltbash set of the start, with no debugger to ask anything.
