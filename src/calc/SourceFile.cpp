@@ -5,6 +5,7 @@
 
 #include "calc/LevelImage.h"
 #include "calc/SourceTokens.h"
+#include "model/TextOut.h"
 
 namespace shd {
 
@@ -15,27 +16,15 @@ constexpr std::string_view kData = "        .db             ";
 constexpr std::string_view kOrigin = "        .org             9327h";
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 
-std::string Binary(int byte) {
-    std::string digits;
-    for (int bit = 7; bit >= 0; --bit) digits += (byte >> bit & 1) ? '1' : '0';
-    return digits;
-}
-
-std::string LowByteText(std::int16_t value) { return std::to_string(value & 0xFF); }
-
 // Rows 0 to 5 for in-row numbers 8 down to 1, then rows 0 to 5 for 10 and 9.
-void PutPictureRows(std::string& out, const PiecePicture& picture) {
+void PutPictureRows(TextOut& out, const PiecePicture& picture) {
+    auto bit = [&](int row, int k) { return static_cast<char>('0' + image::PictureBit(picture.at(10 * row + k))); };
     for (int row = 0; row < 6; ++row) {
-        std::string line(kData);
-        for (int k = 8; k >= 1; --k) line += static_cast<char>('0' + image::PictureBit(picture.at(10 * row + k)));
-        out += line + "b\r\n";
+        out << kData;
+        for (int k = 8; k >= 1; --k) out << bit(row, k);
+        out.Line("b");
     }
-    for (int row = 0; row < 6; ++row) {
-        std::string line(kData);
-        line += static_cast<char>('0' + image::PictureBit(picture.at(10 * row + 10)));
-        line += static_cast<char>('0' + image::PictureBit(picture.at(10 * row + 9)));
-        out += line + "000000b\r\n";
-    }
+    for (int row = 0; row < 6; ++row) out << kData << bit(row, 10) << bit(row, 9) << "000000b\r\n";
 }
 
 class SourceReader {
@@ -53,26 +42,28 @@ private:
         return result;
     }
 
-    void TakeSettings(const std::string& digits);
-    std::optional<std::string> ReadPicture(PiecePicture& picture, std::optional<std::string> inHand);
+    void TakeSettings(std::string_view digits);
+    std::optional<std::string> ReadPicture(PiecePicture& picture, std::optional<std::string_view> inHand);
 
     source::FieldReader fields_;
     LevelSet set_;
 };
 
-std::string Mid(const std::string& text, std::size_t first, std::size_t length) {
-    return first - 1 < text.size() ? text.substr(first - 1, length) : std::string();
+std::string_view Mid(std::string_view text, std::size_t first, std::size_t length) {
+    return first - 1 < text.size() ? text.substr(first - 1, length) : std::string_view();
 }
+
+std::string NotAValue(std::string_view token) { return "\"" + std::string(token) + "\" is not a value"; }
 
 // Characters numbered from 1; the first is not looked at. A code that matches
 // nothing leaves the default.
-void SourceReader::TakeSettings(const std::string& digits) {
-    const std::string bonus = Mid(digits, 2, 2);
+void SourceReader::TakeSettings(std::string_view digits) {
+    const std::string_view bonus = Mid(digits, 2, 2);
     if (bonus == "00") set_.BonusClock = "30";
     if (bonus == "01") set_.BonusClock = "60";
     if (bonus == "10") set_.BonusClock = "90";
     if (bonus == "11") set_.BonusClock = "120";
-    const std::string life = Mid(digits, 4, 3);
+    const std::string_view life = Mid(digits, 4, 3);
     static const char* const lifeCodes[] = {"000", "001", "010", "011", "100", "101", "110", "111"};
     for (int i = 0; i < 8; ++i)
         if (life == lifeCodes[i]) set_.ExtraLifePoints = std::to_string(100 * (i + 1));
@@ -82,14 +73,14 @@ void SourceReader::TakeSettings(const std::string& digits) {
 
 // Twelve row texts: six for in-row numbers 8 down to 1, six for 10 and 9.
 // `inHand` may already hold the first row. Returns why it failed, if it did.
-std::optional<std::string> SourceReader::ReadPicture(PiecePicture& picture, std::optional<std::string> inHand) {
+std::optional<std::string> SourceReader::ReadPicture(PiecePicture& picture, std::optional<std::string_view> inHand) {
     for (int i = 0; i < 12; ++i) {
-        std::optional<std::string> text;
+        std::optional<std::string_view> text;
         if (i == 0 && inHand && inHand->size() == 8 && source::CutToEightDigits(*inHand)) text = inHand;
         else text = fields_.GetNextByte();
         if (!text) return "the file ends inside the custom pictures";
         if (text->size() < 8 || !source::CutToEightDigits(text->substr(0, 8)))
-            return "the picture row \"" + *text + "\" is not eight digits";
+            return "the picture row \"" + std::string(*text) + "\" is not eight digits";
         const int row = i % 6;
         if (i < 6) {
             for (int c = 0; c < 8; ++c) picture.at(10 * row + 8 - c) = static_cast<std::uint8_t>((*text)[c] - '0');
@@ -128,13 +119,13 @@ ReadResult SourceReader::Read() {
 
     token = fields_.NextString();
     if (!token) return Stop("the file ends before the title");
-    std::string label = *token;
+    std::string label(*token);
     if (set_.IsShardles())
         for (char& c : label)
             if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
     if (label.starts_with("BLOCKD:")) {
         set_.UseCustomShardles = true;
-        std::optional<std::string> inHand = source::CutToEightDigits(*token);
+        const std::optional<std::string_view> inHand = source::CutToEightDigits(*token);
         if (auto why = ReadPicture(set_.CustomShardlePicture, inHand)) return Stop(*why);
         if (auto why = ReadPicture(set_.CustomChangerPicture, std::nullopt)) return Stop(*why);
         token = fields_.NextString();
@@ -143,23 +134,23 @@ ReadResult SourceReader::Read() {
 
     // The title token ends in its closing quote; TitleBackOffset - 1 characters
     // before that are the title.
-    std::string title = *token;
-    title.pop_back();
+    std::string_view title = *token;
+    title.remove_suffix(1);
     if (!fields_.NextString()) return Stop("the file ends after the title");
     token = fields_.NextString();
     if (!token) return Stop("the file ends before the title's length");
     const auto backOffset = source::GetTokenValue(*token);
-    if (!backOffset) return Stop("\"" + *token + "\" is not a value");
+    if (!backOffset) return Stop(NotAValue(*token));
     if (*backOffset <= 0) return Stop("the title's length " + std::to_string(*backOffset) + " is below 1");
     const auto keep = static_cast<std::size_t>(*backOffset - 1);
-    set_.Title = keep >= title.size() ? title : title.substr(title.size() - keep);
+    set_.Title = Bytes(keep >= title.size() ? title : title.substr(title.size() - keep));
 
     for (int reserved = 0; reserved < 2; ++reserved)
         if (!fields_.NextString()) return Stop("the file ends before the level count");
     token = fields_.NextString();
     if (!token) return Stop("the file ends before the level count");
     const auto count = source::GetTokenValue(*token);
-    if (!count) return Stop("\"" + *token + "\" is not a value");
+    if (!count) return Stop(NotAValue(*token));
     if (*count < 1 || *count > kMaxLevels)
         return Stop("the level count " + std::to_string(*count) + " is not 1 to 255");
     MakeLevels(set_, static_cast<int>(*count));
@@ -173,7 +164,7 @@ ReadResult SourceReader::Read() {
             if (token && source::IsLevelLabel(*token)) token = fields_.NextString();
             if (!token) return Stop(ends);
             const auto value = source::GetTokenValue(*token);
-            if (!value) return Stop("\"" + *token + "\" is not a value");
+            if (!value) return Stop(NotAValue(*token));
             if (*value < 0 || *value > 255)
                 return Stop("the grid value " + std::to_string(*value) + " is outside 0 to 255");
             layout.Cells[2 * pair] = static_cast<std::uint8_t>(*value / 16);
@@ -184,7 +175,7 @@ ReadResult SourceReader::Read() {
             const auto first = fields_.ReadField();
             if (!first) return Stop(ends);
             const auto ballX = source::DecimalTokenValue(*first);
-            if (!ballX) return Stop("\"" + *first + "\" is not a value");
+            if (!ballX) return Stop(NotAValue(*first));
             layout.BallX = static_cast<std::int16_t>(*ballX);
             for (std::int16_t* field : {&layout.BallY, &layout.BlockCount, &layout.LastBlockCount}) {
                 const auto text = fields_.ReadField();
@@ -192,14 +183,14 @@ ReadResult SourceReader::Read() {
                 const long number = source::FieldNumber(*text);
                 if (number < std::numeric_limits<std::int16_t>::min() ||
                     number > std::numeric_limits<std::int16_t>::max())
-                    return Stop("the number " + *text + " is out of range");
+                    return Stop("the number " + std::string(*text) + " is out of range");
                 *field = static_cast<std::int16_t>(number);
             }
         } else {
             const auto line = fields_.ReadLine();
             if (!line) return Stop(ends);
             const auto blocks = source::DecimalTokenValue(*line);
-            if (!blocks) return Stop("\"" + *line + "\" is not a value");
+            if (!blocks) return Stop(NotAValue(*line));
             layout.BlockCount = static_cast<std::int16_t>(*blocks);
         }
     }
@@ -212,56 +203,60 @@ WriteResult WriteSourceFile(const LevelSet& set) {
     if (auto problem = image::Unexportable(set)) return Refused(*problem);
 
     const bool shardles = set.IsShardles();
-    std::string out;
-    out.reserve(512 + static_cast<std::size_t>(set.LevelCount()) * 400);
-    auto line = [&out](std::string_view text) {
-        out += text;
-        out += "\r\n";
-    };
-    auto data = [&line](std::string_view operand) { line(std::string(kData) + std::string(operand)); };
+    // A level is at most its label, ten rows of data and one of numbers.
+    TextOut out(1536 + set.Title.size() + static_cast<std::size_t>(set.LevelCount()) * 512);
+    auto data = [&out]() -> TextOut& { return out << kData; };
 
-    line(kOrigin);
-    data(shardles ? "\"Shd1KZ\"" : "\"TL1KZ\"");
-    if (shardles)
-        data("%" + Binary(*EncodeSettingsByte(set.BonusClock, set.ExtraLifePoints, set.UseWrapAround,
-                                              set.ArrowBlocksBreakable)));
-    data(std::to_string(image::CountOffset(set)));
+    out.Line(kOrigin);
+    data().Line(shardles ? "\"Shd1KZ\"" : "\"TL1KZ\"");
+    if (shardles) {
+        const int settings = *EncodeSettingsByte(set.BonusClock, set.ExtraLifePoints, set.UseWrapAround,
+                                                 set.ArrowBlocksBreakable);
+        data() << '%';
+        for (int bit = 7; bit >= 0; --bit) out << ((settings >> bit & 1) ? '1' : '0');
+        out.Line();
+    }
+    data().Number(image::CountOffset(set)).Line();
     if (image::CarriesPictures(set)) {
-        line("blockD:");
+        out.Line("blockD:");
         PutPictureRows(out, set.CustomShardlePicture);
-        line("blockE:");
+        out.Line("blockE:");
         PutPictureRows(out, set.CustomChangerPicture);
     }
-    data("\"" + set.Title + "\",$00");
-    data(std::to_string(set.Title.size() + 1));  // TitleBackOffset
-    data("$00,$00");
-    data(std::to_string(set.LevelCount()));
-    line("");
+    data() << '"' << set.Title;
+    out.Line("\",$00");
+    data().Number(static_cast<long>(set.Title.size()) + 1).Line();  // TitleBackOffset
+    data().Line("$00,$00");
+    data().Number(set.LevelCount()).Line();
+    out.Line();
 
+    auto lowByte = [](std::int16_t value) { return static_cast<long>(value & 0xFF); };
     for (int level = 1; level <= set.LevelCount(); ++level) {
         const LevelLayout& layout = set.Layout(level);
-        line("level" + std::to_string(level) + ":");
+        out << "level";
+        out.Number(level).Line(":");
         for (int row = 0; row < RowCount(set.Kind); ++row) {
-            std::string operands;
+            data();
             for (int k = 0; k < 4; ++k) {
                 const std::size_t cell = static_cast<std::size_t>(row * kColumns + 2 * k);
-                if (k > 0) operands += ',';
-                operands += '$';
-                operands += kHexDigits[layout.Cells[cell] & 0x0F];
-                operands += kHexDigits[layout.Cells[cell + 1] & 0x0F];
+                if (k > 0) out << ',';
+                out << '$' << kHexDigits[layout.Cells[cell] & 0x0F] << kHexDigits[layout.Cells[cell + 1] & 0x0F];
             }
-            data(operands);
+            out.Line();
         }
-        if (shardles)
-            data(LowByteText(layout.BallX) + "," + LowByteText(layout.BallY) + "," + LowByteText(layout.BlockCount) +
-                 "," + LowByteText(layout.LastBlockCount));
-        else
-            data(LowByteText(layout.BlockCount));
-        line("");
+        if (shardles) {
+            data().Number(lowByte(layout.BallX)) << ',';
+            out.Number(lowByte(layout.BallY)) << ',';
+            out.Number(lowByte(layout.BlockCount)) << ',';
+            out.Number(lowByte(layout.LastBlockCount)).Line();
+        } else {
+            data().Number(lowByte(layout.BlockCount)).Line();
+        }
+        out.Line();
     }
-    line(".end");
-    line("END");
-    return Written(std::move(out));
+    out.Line(".end");
+    out.Line("END");
+    return Written(out.Take());
 }
 
 ReadResult ReadSourceFile(std::string_view bytes) { return SourceReader(bytes).Read(); }

@@ -23,17 +23,15 @@ int HexDigitValue(char c) {
 // Sign, digits and an optional fraction at the front of `text`, rounded half
 // to even; 0 when the text does not start with a number.
 long LeadingNumber(std::string_view text) {
-    std::size_t i = 0;
-    std::string number;
-    if (i < text.size() && (text[i] == '+' || text[i] == '-')) number += text[i++];
-    int digits = 0;
-    while (i < text.size() && IsDigit(text[i])) { number += text[i++]; ++digits; }
-    if (i < text.size() && text[i] == '.') {
-        number += text[i++];
-        while (i < text.size() && IsDigit(text[i])) { number += text[i++]; ++digits; }
+    std::size_t end = 0;
+    if (end < text.size() && (text[end] == '+' || text[end] == '-')) ++end;
+    while (end < text.size() && IsDigit(text[end])) ++end;
+    if (end < text.size() && text[end] == '.') {
+        ++end;
+        while (end < text.size() && IsDigit(text[end])) ++end;
     }
-    if (digits == 0) return 0;
-    return static_cast<long>(RoundHalfEven(std::strtod(number.c_str(), nullptr)));
+    const auto number = ParseTypedNumber(text.substr(0, end));
+    return number ? static_cast<long>(RoundHalfEven(*number)) : 0;
 }
 
 }  // namespace
@@ -44,13 +42,13 @@ void FieldReader::EndLine() {
     ++line_;
 }
 
-std::optional<std::string> FieldReader::ReadField() {
+std::optional<std::string_view> FieldReader::ReadField() {
     lastLine_ = line_;
     if (pos_ >= text_.size()) return std::nullopt;
     while (pos_ < text_.size() && IsBlank(text_[pos_])) ++pos_;
     const std::size_t start = pos_;
     while (pos_ < text_.size() && text_[pos_] != ',' && !IsLineEnd(text_[pos_])) ++pos_;
-    std::string field(text_.substr(start, pos_ - start));
+    const std::string_view field = text_.substr(start, pos_ - start);
     if (pos_ < text_.size()) {
         if (text_[pos_] == ',')
             ++pos_;
@@ -60,27 +58,27 @@ std::optional<std::string> FieldReader::ReadField() {
     return field;
 }
 
-std::optional<std::string> FieldReader::ReadLine() {
+std::optional<std::string_view> FieldReader::ReadLine() {
     lastLine_ = line_;
     if (pos_ >= text_.size()) return std::nullopt;
     const std::size_t start = pos_;
     while (pos_ < text_.size() && !IsLineEnd(text_[pos_])) ++pos_;
-    std::string line(text_.substr(start, pos_ - start));
+    const std::string_view line = text_.substr(start, pos_ - start);
     if (pos_ < text_.size()) EndLine();
     return line;
 }
 
-std::optional<std::string> FieldReader::NextString() {
+std::optional<std::string_view> FieldReader::NextString() {
     for (;;) {
         auto field = ReadField();
         if (!field) return std::nullopt;
         if (field->empty() || (*field)[0] == ';') continue;
-        if (const auto semicolon = field->find(';'); semicolon != std::string::npos) field->resize(semicolon);
+        if (const auto semicolon = field->find(';'); semicolon != std::string_view::npos) field = field->substr(0, semicolon);
         return field;
     }
 }
 
-std::optional<std::string> FieldReader::GetNextByte() {
+std::optional<std::string_view> FieldReader::GetNextByte() {
     auto token = NextString();
     if (!token) return std::nullopt;
     if (!CutToEightDigits(*token)) {
@@ -91,21 +89,21 @@ std::optional<std::string> FieldReader::GetNextByte() {
     return token;
 }
 
-std::optional<std::string> CutToEightDigits(std::string_view text) {
-    std::optional<std::string> found;
+std::optional<std::string_view> CutToEightDigits(std::string_view text) {
+    std::optional<std::string_view> found;
     std::size_t run = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         run = IsDigit(text[i]) ? run + 1 : 0;
-        if (run >= 8) found = std::string(text.substr(i - 7, 8));
+        if (run >= 8) found = text.substr(i - 7, 8);
     }
     return found;
 }
 
-std::string HexToDec(std::string_view text) {
+int HexToDec(std::string_view text) {
     int value = 0;
     if (text.size() == 2 && HexDigitValue(text[0]) >= 0) value += 16 * HexDigitValue(text[0]);
     if (!text.empty() && HexDigitValue(text.back()) >= 0) value += HexDigitValue(text.back());
-    return std::to_string(value);
+    return value;
 }
 
 std::optional<long> DecimalTokenValue(std::string_view token) {
@@ -121,8 +119,8 @@ std::optional<long> GetTokenValue(std::string_view token) {
     if (!hex) return DecimalTokenValue(token);
     if (token.size() < 3) return std::nullopt;
     const std::string_view last = token.substr(token.size() - 3);
-    if (last[0] == '$') return std::stol(HexToDec(last.substr(1, 2)));
-    if (last[2] == 'h') return std::stol(HexToDec(last.substr(0, 2)));
+    if (last[0] == '$') return HexToDec(last.substr(1, 2));
+    if (last[2] == 'h') return HexToDec(last.substr(0, 2));
     return std::nullopt;
 }
 

@@ -17,21 +17,23 @@ class FieldReader {
 public:
     explicit FieldReader(std::string_view text) : text_(text) {}
 
+    // Fields, lines and tokens are views into the text the reader was given.
+
     // The next field; nothing at the end of the text. An empty line gives one
     // empty field.
-    std::optional<std::string> ReadField();
+    std::optional<std::string_view> ReadField();
 
     // The rest of the current line, its end used up; nothing at the end of the text.
-    std::optional<std::string> ReadLine();
+    std::optional<std::string_view> ReadLine();
 
     // The next field that is neither empty nor a comment, cut before its
     // first ";" (blanks in front of the ";" stay).
-    std::optional<std::string> NextString();
+    std::optional<std::string_view> NextString();
 
     // The next eight-digit binary number: one stray token is passed over,
     // then the last eight digits of the last run of eight or more are kept.
     // Without such a run the token it gave up on comes back unchanged.
-    std::optional<std::string> GetNextByte();
+    std::optional<std::string_view> GetNextByte();
 
     // The line, counted from 1, on which the last read started.
     int LastLine() const { return lastLine_; }
@@ -45,13 +47,14 @@ private:
     int lastLine_ = 1;
 };
 
-// The eight digits that end the last run of eight or more digits, if any.
-std::optional<std::string> CutToEightDigits(std::string_view text);
+// The eight digits that end the last run of eight or more digits, if any (a
+// view into `text`).
+std::optional<std::string_view> CutToEightDigits(std::string_view text);
 
-// One or two characters as hexadecimal, in decimal text. Only 0-9 and upper
-// case A-F are hex digits; the high digit counts only in a two-character text,
-// and a character that is no hex digit counts as 0.
-std::string HexToDec(std::string_view text);
+// One or two characters as hexadecimal. Only 0-9 and upper case A-F are hex
+// digits; the high digit counts only in a two-character text, and a character
+// that is no hex digit counts as 0.
+int HexToDec(std::string_view text);
 
 // A token holding "$" or a lower-case "h" is hexadecimal ($NN or NNh at its
 // end); any other is decimal (a number in its last three characters).

@@ -8,6 +8,7 @@
 
 #include "files/TextScanner.h"
 #include "model/Numbers.h"
+#include "model/TextOut.h"
 
 namespace shd {
 
@@ -26,36 +27,23 @@ constexpr int kPictureRows = 6;
 // ---------------------------------------------------------------- writing
 
 // A number as a Print statement writes it: a blank (or the minus sign) before, a blank after.
-std::string PrintedNumber(long value) { return (value < 0 ? "" : " ") + DecimalText(value) + " "; }
-std::string PrintedBool(bool value) { return value ? "True" : "False"; }
-std::string ListedBool(bool value) { return value ? "#TRUE#" : "#FALSE#"; }
+void Printed(TextOut& out, long value) {
+    if (value >= 0) out << ' ';
+    out.Number(value) << ' ';
+}
+std::string_view PrintedBool(bool value) { return value ? "True" : "False"; }
+std::string_view ListedBool(bool value) { return value ? "#TRUE#" : "#FALSE#"; }
 
 // Every value but the last listed with its comma, the last one printed: "0,5, 12 ".
 template <typename Values>
-std::string Row(const Values& values) {
-    std::string row;
+void Row(TextOut& out, const Values& values) {
     std::size_t left = values.size();
     for (const auto value : values) {
-        if (--left > 0) row += DecimalText(value) + ",";
-        else row += PrintedNumber(value);
+        if (--left > 0) out.Number(value) << ',';
+        else Printed(out, value);
     }
-    return row;
+    out.Line();
 }
-
-class LineWriter {
-public:
-    // Room for the whole file up front: growing a long string step by step
-    // touches far more fresh memory than the file needs.
-    explicit LineWriter(std::size_t expected) { bytes_.reserve(expected); }
-    void Line(std::string_view text) {
-        bytes_ += text;
-        bytes_ += "\r\n";
-    }
-    std::string Take() { return std::move(bytes_); }
-
-private:
-    std::string bytes_;
-};
 
 bool HoldsLineBreak(const Bytes& text) { return text.find_first_of("\r\n") != Bytes::npos; }
 
@@ -69,10 +57,17 @@ std::string WhyNotWritable(const LevelSet& set) {
     return {};
 }
 
+// The file's size at most, given the longest a level's lines can be.
+std::size_t ExpectedSize(const LevelSet& set, std::size_t perLevel) {
+    return 1024 + set.Title.size() + set.BonusClock.size() + set.ExtraLifePoints.size() +
+           static_cast<std::size_t>(set.LevelCount()) * perLevel;
+}
+
 // Kind, level count and the Shardles settings and pictures; the same in both files.
-void WriteSetWide(LineWriter& out, const LevelSet& set) {
+void WriteSetWide(TextOut& out, const LevelSet& set) {
     out.Line(PrintedBool(set.IsShardles()));
-    out.Line(PrintedNumber(set.LevelCount()));
+    Printed(out, set.LevelCount());
+    out.Line();
     if (!set.IsShardles()) return;
     out.Line(PrintedBool(set.ArrowBlocksBreakable));
     out.Line(set.ExtraLifePoints);
@@ -82,8 +77,8 @@ void WriteSetWide(LineWriter& out, const LevelSet& set) {
     out.Line(PrintedBool(set.UseShardlesDebugger));
     out.Line(PrintedBool(set.MatchLocksToBlocks));
     if (!set.UseCustomShardles) return;
-    out.Line(Row(set.CustomShardlePicture.cells));
-    out.Line(Row(set.CustomChangerPicture.cells));
+    Row(out, set.CustomShardlePicture.cells);
+    Row(out, set.CustomChangerPicture.cells);
 }
 
 // ---------------------------------------------------------------- reading
@@ -372,41 +367,49 @@ ReadResult ReadEditorFile(std::string_view bytes, Layout layout) {
 
 WriteResult WriteMyFile(const LevelSet& set) {
     if (std::string why = WhyNotWritable(set); !why.empty()) return Refused(std::move(why));
-    LineWriter out(512 + set.Title.size() + static_cast<std::size_t>(set.LevelCount()) * 300);
+    TextOut out(ExpectedSize(set, 320));
     out.Line(kMagic);
     out.Line(set.Title);
     WriteSetWide(out, set);
     for (int level = 1; level <= set.LevelCount(); ++level) {
         const LevelLayout& layout = set.Layout(level);
-        out.Line(Row(layout.Cells));
+        Row(out, layout.Cells);
         if (!set.IsShardles()) {
-            out.Line(PrintedNumber(layout.BlockCount));
+            Printed(out, layout.BlockCount);
+            out.Line();
             continue;
         }
-        out.Line(DecimalText(layout.BlockCount) + "," + DecimalText(layout.LastBlockCount) + "," +
-                 DecimalText(layout.BallX) + "," + DecimalText(layout.BallY));
+        out.Number(layout.BlockCount) << ',';
+        out.Number(layout.LastBlockCount) << ',';
+        out.Number(layout.BallX) << ',';
+        out.Number(layout.BallY).Line();
         const LevelRecord& record = set.Record(level);
-        out.Line(ListedBool(record.CenterLineUnused) + "," + DecimalText(record.CustomChangerCount) + "," +
-                 DecimalText(record.SpottedChangerCount) + "," + DecimalText(record.ZigZagChangerCount) + "," +
-                 DecimalText(record.SpecialUnusedCount));
+        out << ListedBool(record.CenterLineUnused) << ',';
+        out.Number(record.CustomChangerCount) << ',';
+        out.Number(record.SpottedChangerCount) << ',';
+        out.Number(record.ZigZagChangerCount) << ',';
+        out.Number(record.SpecialUnusedCount).Line();
     }
     return Written(out.Take());
 }
 
 WriteResult WriteListFile(const LevelSet& set) {
     if (std::string why = WhyNotWritable(set); !why.empty()) return Refused(std::move(why));
-    LineWriter out(512 + set.Title.size() + static_cast<std::size_t>(set.LevelCount()) * 500);
+    TextOut out(ExpectedSize(set, 520));
     out.Line(set.Title);
     out.Line(kListHeader);
     WriteSetWide(out, set);
     for (int level = 1; level <= set.LevelCount(); ++level) {
         const LevelLayout& layout = set.Layout(level);
-        for (std::uint8_t cell : layout.Cells) out.Line(PrintedNumber(cell));
-        out.Line(DecimalText(layout.BlockCount));
+        for (std::uint8_t cell : layout.Cells) {
+            Printed(out, cell);
+            out.Line();
+        }
+        out.Number(layout.BlockCount).Line();
         if (!set.IsShardles()) continue;
-        out.Line(DecimalText(layout.LastBlockCount));
-        out.Line(DecimalText(layout.BallX));
-        out.Line(DecimalText(layout.BallY));
+        out.Number(layout.LastBlockCount).Line();
+        out.Number(layout.BallX).Line();
+        out.Number(layout.BallY).Line();
     }
     return Written(out.Take());
 }

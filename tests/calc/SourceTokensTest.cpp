@@ -21,7 +21,7 @@ TEST(CalcSourceTokens, FieldsSplitAtCommasAndLineEnds) {
     for (const auto& [text, want] : cases) {
         FieldReader reader(text);
         Strings fields;
-        while (auto field = reader.ReadField()) fields.push_back(*field);
+        while (auto field = reader.ReadField()) fields.emplace_back(*field);
         EXPECT_EQ(fields, want) << text;
     }
 }
@@ -64,8 +64,8 @@ TEST(CalcSourceTokens, GetNextByte) {
 }
 
 TEST(CalcSourceTokens, HexToDec) {
-    for (auto [text, want] : {std::pair{"1F", "31"}, {"FF", "255"}, {"7", "7"}, {"A", "10"}, {"0a", "0"},
-                              {"G5", "5"}, {"ab", "0"}, {"aB", "11"}, {"F ", "240"}, {"", "0"}})
+    for (auto [text, want] : {std::pair{"1F", 31}, {"FF", 255}, {"7", 7}, {"A", 10}, {"0a", 0},
+                              {"G5", 5}, {"ab", 0}, {"aB", 11}, {"F ", 240}, {"", 0}})
         EXPECT_EQ(HexToDec(text), want) << text;
 }
 

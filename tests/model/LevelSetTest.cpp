@@ -61,6 +61,11 @@ TEST(TypedNumbers, AcceptOnlyPlainDecimalNotation) {
     EXPECT_EQ(ParseTypedNumber("-0.4"), -0.4);
     EXPECT_EQ(ParseTypedNumber(".5"), 0.5);
     EXPECT_EQ(ParseTypedNumber("5."), 5.0);
+    EXPECT_EQ(ParseTypedNumber("-7"), -7.0);
+    // Whole numbers take a short way up to 15 digits and strtod's beyond; both agree at the seam.
+    EXPECT_EQ(ParseTypedNumber("999999999999999"), 999999999999999.0);
+    EXPECT_EQ(ParseTypedNumber("-1234567890123456789"), -1234567890123456789.0);
+    EXPECT_EQ(ParseTypedNumber("00000000000000000012"), 12.0);
     for (const char* bad : {"", " ", "-", "+", ".", "12a", "1e3", "0x10", "1,000", "$5", "5 5", "--1", "1.2.3"})
         EXPECT_FALSE(ParseTypedNumber(bad).has_value()) << bad;
 }
