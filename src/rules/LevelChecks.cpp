@@ -1,38 +1,34 @@
 #include "rules/LevelChecks.h"
 
+#include <array>
+
 namespace shd {
 
 BlockCounts ComputeBlockCounts(const LevelSet& set, int level) {
     const LevelLayout& layout = set.Layout(level);
     const LevelRecord& record = set.Record(level);
+    // How often each code occurs, then the rules per code: a branch per cell
+    // on random codes would cost more than all the counting.
+    std::array<int, 256> n{};
+    for (std::uint8_t code : layout.Cells) ++n[code];
     int blocks = 0;
     int last = 0;
-    int elevens = 0;
-    int twelves = 0;
-    for (std::uint8_t code : layout.Cells) {
-        if (!set.IsShardles()) {
-            if (code >= 1 && code <= 7) blocks += 1;
-            else if (code >= 8 && code <= 14) blocks += 2;
-            continue;
-        }
-        switch (code) {
-        case 1: case 11: case 12: ++blocks; break;
-        case 2: blocks += record.SpottedUnused ? 0 : 1; break;
-        case 4: blocks += record.CenterLineUnused ? 0 : 1; break;
-        case 8: blocks += record.ZigZagUnused ? 0 : 1; break;
-        case 13: blocks += record.CustomUnused ? 0 : 1; break;
-        case 15: blocks += set.ArrowBlocksBreakable ? 1 : 0; break;
-        case 6: ++last; break;
-        default: break;
-        }
-        if (code == 11) ++elevens;
-        if (code == 12) ++twelves;
-    }
-    blocks -= record.SpecialUnusedCount;
     BlockCounts counts;
     if (set.IsShardles()) {
+        blocks = n[1] + n[11] + n[12];
+        if (!record.SpottedUnused) blocks += n[2];
+        if (!record.CenterLineUnused) blocks += n[4];
+        if (!record.ZigZagUnused) blocks += n[8];
+        if (!record.CustomUnused) blocks += n[13];
+        if (set.ArrowBlocksBreakable) blocks += n[15];
+        last = n[6];
+        blocks -= record.SpecialUnusedCount;
         counts.missingLastBlocks = last == 0;
-        if (set.MatchLocksToBlocks) blocks = blocks - elevens + twelves;
+        if (set.MatchLocksToBlocks) blocks = blocks - n[11] + n[12];
+    } else {
+        for (int code = 1; code <= 7; ++code) blocks += n[code];
+        for (int code = 8; code <= 14; ++code) blocks += 2 * n[code];
+        blocks -= record.SpecialUnusedCount;
     }
     counts.blockCount = static_cast<std::int16_t>(blocks);
     counts.lastBlockCount = static_cast<std::int16_t>(last);
