@@ -2,11 +2,12 @@
 # Installs the Debian packages the editor and its tests need, when missing.
 # Usage: scripts/deps.sh run|test
 set -euo pipefail
-packages=(cmake ninja-build g++ pkg-config qt6-base-dev libgl1-mesa-dev nlohmann-json3-dev)
+packages=(cmake ninja-build g++ pkg-config qt6-base-dev libgl1-mesa-dev rapidjson-dev)
 if [ "${1:-run}" = test ]; then
-  # GoogleTest; the TI file library and the GNU Z80 assembler check our calculator
-  # files independently; clang brings libFuzzer and the sanitizer runtimes.
-  packages+=(libgtest-dev libgmock-dev libtifiles-dev binutils-z80 clang libclang-rt-dev)
+  # GoogleTest; the TI file library, the GNU Z80 assembler and a second JSON
+  # library check our files independently; clang brings libFuzzer and the
+  # sanitizer runtimes.
+  packages+=(libgtest-dev libgmock-dev libtifiles-dev binutils-z80 nlohmann-json3-dev clang libclang-rt-dev)
 fi
 missing=()
 for p in "${packages[@]}"; do

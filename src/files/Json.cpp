@@ -1,22 +1,24 @@
 #include "files/Json.h"
 
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <iterator>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string_view>
 #include <vector>
 
 #include "model/Cp1252.h"
+#include "model/TextOut.h"
 
 namespace shd {
 
 namespace {
-
-using nlohmann::json;
 
 // What a key holds, and so how it is written and checked.
 enum class Shape { Kind, Text, SetFlag, Picture, Levels, Cells, LayoutNumber, RecordFlag, RecordNumber };
@@ -88,41 +90,59 @@ const char* KindName(GameKind kind) { return kind == GameKind::Shardles ? "Shard
 
 // ---- writing ----------------------------------------------------------------
 
-// Written by hand rather than by the library's pretty printer so that grids
-// and pictures keep one row to a line and stay readable.
+// Written by hand so that grids and pictures keep one row to a line and
+// stay readable.
 class JsonText {
 public:
-    std::string out;
+    explicit JsonText(std::size_t expected) : out(expected) {}
+    TextOut out;
 
+    void Indent(int spaces) {
+        for (int i = 0; i < spaces; ++i) out << ' ';
+    }
     void Key(int indent, std::string_view key) {
-        out.append(static_cast<std::size_t>(indent), ' ');
-        out += '"';
-        out += key;
-        out += "\": ";
+        Indent(indent);
+        out << '"' << key << "\": ";
     }
-    void String(std::string_view utf8) { out += json(utf8).dump(); }
-    void Bool(bool value) { out += value ? "true" : "false"; }
-    void Number(int value) {
-        char digits[12];
-        auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-        out.append(digits, end);
+    // UTF-8 as it is, with only the quote, the backslash and the control
+    // characters escaped.
+    void String(std::string_view utf8) {
+        static constexpr char kHex[] = "0123456789abcdef";
+        out << '"';
+        for (const char c : utf8) {
+            switch (c) {
+            case '"': out << "\\\""; break;
+            case '\\': out << "\\\\"; break;
+            case '\b': out << "\\b"; break;
+            case '\f': out << "\\f"; break;
+            case '\n': out << "\\n"; break;
+            case '\r': out << "\\r"; break;
+            case '\t': out << "\\t"; break;
+            default:
+                if (static_cast<unsigned char>(c) < 0x20) out << "\\u00" << kHex[c >> 4] << kHex[c & 0xF];
+                else out << c;
+            }
+        }
+        out << '"';
     }
+    void Bool(bool value) { out << (value ? "true" : "false"); }
+    void Number(int value) { out.Number(value); }
     template <typename Cells>
     void Rows(int indent, const Cells& cells, std::size_t perRow) {
-        out += "[\n";
+        out << "[\n";
         for (std::size_t i = 0; i < cells.size(); ++i) {
-            if (i % perRow == 0) out.append(static_cast<std::size_t>(indent + 2), ' ');
+            if (i % perRow == 0) Indent(indent + 2);
             Number(cells[i]);
-            if (i + 1 < cells.size()) out += (i + 1) % perRow == 0 ? ",\n" : ",";
+            if (i + 1 < cells.size()) out << ((i + 1) % perRow == 0 ? ",\n" : ",");
         }
-        out += '\n';
-        out.append(static_cast<std::size_t>(indent), ' ');
-        out += ']';
+        out << '\n';
+        Indent(indent);
+        out << ']';
     }
-    void EndMember(bool last) { out += last ? "\n" : ",\n"; }
+    void EndMember(bool last) { out << (last ? "\n" : ",\n"); }
 
     void Level(const LevelLayout& layout, const LevelRecord& record) {
-        out += "    {\n";
+        out << "    {\n";
         bool lineStart = true;
         for (const Slot& slot : kLevelSlots) {
             if (lineStart) Key(6, slot.key);
@@ -135,11 +155,11 @@ public:
             default: break;
             }
             const bool last = &slot == std::prev(std::end(kLevelSlots));
-            if (slot.sharesLine) out += ',';
+            if (slot.sharesLine) out << ',';
             else EndMember(last);
             lineStart = !slot.sharesLine;
         }
-        out += "    }";
+        out << "    }";
     }
 };
 
@@ -147,61 +167,54 @@ public:
 
 // A value the parser hands over, whatever its JSON type.
 struct Scalar {
-    enum class Type { Null, Boolean, Signed, Unsigned, Float, String } type;
+    enum class Type { Null, Boolean, Number, String } type;
     bool boolean = false;
-    std::int64_t whole = 0;
-    std::uint64_t unsignedWhole = 0;
-    double real = 0;
-    const std::string* text = nullptr;  // String: the text; Float: the number as written
+    std::string_view text{};  // String: the text; Number: the number as written
 };
 
 struct Fault {
-    std::string place;  // the key's path as jq writes it, or the byte offset of malformed JSON
+    std::string place;  // the key's path as jq writes it
     std::string reason;
 };
 
-// A level as read, before the kind is sure: the kind may come after the levels.
-struct PendingLevel {
-    std::vector<std::uint8_t> cells;  // at most 80 kept; `cellCount` counts them all
-    std::size_t cellCount = 0;
-    bool cellsGiven = false;
-    LevelLayout layout;
-    LevelRecord record;
+// What a level's cells looked like, before the kind is sure: the kind may
+// come after the levels.
+struct CellsSeen {
+    std::size_t count = 0;  // every number, though at most 80 are kept
+    bool given = false;
 };
+
+// A number's value as a double, for numbers with a fraction or an exponent.
+double RealOf(std::string_view written) {
+    double value = 0;
+    const auto [end, error] = std::from_chars(written.data(), written.data() + written.size(), value);
+    if (error == std::errc() && end == written.data() + written.size()) return value;
+    // Beyond a double's range: strtod gives infinity or zero as the case may be.
+    return std::strtod(std::string(written).c_str(), nullptr);
+}
 
 // Fills a LevelSet straight from the parser's events, without building the
 // document first: reading stays well under the cost of starting the process.
-class SetReader : public nlohmann::json_sax<json> {
+class SetReader : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, SetReader> {
 public:
+    using Size = rapidjson::SizeType;
+
     LevelSet set;  // starts as the reset before every read leaves it; missing keys keep that
     std::optional<Fault> fault;
 
-    bool null() override { return Value({Scalar::Type::Null}); }
-    bool boolean(bool value) override { return Value({Scalar::Type::Boolean, value}); }
-    bool number_integer(number_integer_t value) override { return Value({Scalar::Type::Signed, false, value}); }
-    bool number_unsigned(number_unsigned_t value) override {
-        return Value({Scalar::Type::Unsigned, false, 0, value});
+    bool Null() { return Value({Scalar::Type::Null}); }
+    bool Bool(bool value) { return Value({Scalar::Type::Boolean, value}); }
+    bool RawNumber(const char* text, Size length, bool) {
+        return Value({Scalar::Type::Number, false, {text, length}});
     }
-    bool number_float(number_float_t value, const string_t& written) override {
-        return Value({Scalar::Type::Float, false, 0, 0, value, &written});
-    }
-    bool string(string_t& value) override { return Value({Scalar::Type::String, false, 0, 0, 0, &value}); }
-    bool binary(binary_t&) override { return Value({Scalar::Type::Null}); }
+    bool String(const char* text, Size length, bool) { return Value({Scalar::Type::String, false, {text, length}}); }
+    bool StartObject();
+    bool Key(const char* text, Size length, bool);
+    bool EndObject(Size) { return Close(); }
+    bool StartArray();
+    bool EndArray(Size) { return Close(); }
 
-    bool start_object(std::size_t) override;
-    bool key(string_t& key) override;
-    bool end_object() override { return Close(); }
-    bool start_array(std::size_t) override;
-    bool end_array() override { return Close(); }
-
-    bool parse_error(std::size_t position, const std::string&, const nlohmann::detail::exception& error) override {
-        parseFault = {position, error.what()};
-        return false;
-    }
-
-    std::optional<std::pair<std::size_t, std::string>> parseFault;  // bytes read, the library's text
-
-    // After a clean parse: the checks that needed the whole document, and the levels.
+    // After a clean parse: the checks that needed the whole document.
     bool Finish();
 
 private:
@@ -211,11 +224,10 @@ private:
         Frame frame;
         std::size_t index = 0;        // arrays: the element being read
         const Slot* slot = nullptr;   // objects: the key being read
-        std::string key;              // objects: its name, for messages
     };
     std::vector<Open> open_;  // the objects and arrays not yet closed, innermost last
     std::size_t skipping_ = 0;  // depth inside a level past the last one, which is only counted
-    std::vector<PendingLevel> levels_;
+    std::vector<CellsSeen> cells_;  // one for each level read so far
     bool levelsGiven_ = false;
     bool kindGiven_ = false;
     PiecePicture* picture_ = nullptr;
@@ -229,7 +241,7 @@ private:
         std::string path;
         for (std::size_t i = 0; i < depth; ++i) {
             const Open& o = open_[i];
-            if (o.frame == Frame::Set || o.frame == Frame::Level) path += "." + o.key;
+            if (o.frame == Frame::Set || o.frame == Frame::Level) path += "." + std::string(o.slot->key);
             else path += "[" + std::to_string(o.index) + "]";
         }
         return path.empty() ? "." : path;
@@ -265,29 +277,23 @@ std::string SetReader::TypeReason(const Slot& slot) {
 bool SetReader::Whole(const Scalar& value, long long low, long long high, long long& out) {
     // Messages are made only on the way out: this runs for every number.
     auto range = [&] { return std::to_string(low) + " to " + std::to_string(high); };
-    switch (value.type) {
-    case Scalar::Type::Signed:
-        if (value.whole < low || value.whole > high)
-            return Fail(Here(), std::to_string(value.whole) + " is out of range " + range());
-        out = value.whole;
+    auto outOfRange = [&] { return Fail(Here(), std::string(value.text) + " is out of range " + range()); };
+    if (value.type != Scalar::Type::Number) return Fail(Here(), "must be a whole number from " + range());
+    const char* const first = value.text.data();
+    const char* const last = first + value.text.size();
+    long long whole = 0;
+    const auto [end, error] = std::from_chars(first, last, whole);
+    if (end == last) {
+        if (error == std::errc::result_out_of_range || whole < low || whole > high) return outOfRange();
+        out = whole;
         return true;
-    case Scalar::Type::Unsigned:
-        if (value.unsignedWhole > static_cast<std::uint64_t>(high))
-            return Fail(Here(), std::to_string(value.unsignedWhole) + " is out of range " + range());
-        out = static_cast<long long>(value.unsignedWhole);
-        return true;
-    case Scalar::Type::Float:
-        // JSON does not tell 5 from 5.0; a tool may well write either.
-        if (value.real == std::trunc(value.real)) {
-            if (value.real < static_cast<double>(low) || value.real > static_cast<double>(high))
-                return Fail(Here(), *value.text + " is out of range " + range());
-            out = static_cast<long long>(value.real);
-            return true;
-        }
-        break;
-    default: break;
     }
-    return Fail(Here(), "must be a whole number from " + range());
+    // JSON does not tell 5 from 5.0 or 5e0; a tool may well write either.
+    const double real = RealOf(value.text);
+    if (real != std::trunc(real)) return Fail(Here(), "must be a whole number from " + range());
+    if (real < static_cast<double>(low) || real > static_cast<double>(high)) return outOfRange();
+    out = static_cast<long long>(real);
+    return true;
 }
 
 bool SetReader::Value(const Scalar& value) {
@@ -303,10 +309,10 @@ bool SetReader::Value(const Scalar& value) {
         break;
     case Frame::Cells: {
         if (!Whole(value, 0, 15, number)) return false;
-        PendingLevel& level = levels_.back();
-        if (level.cells.size() < static_cast<std::size_t>(CellCount(GameKind::Shardles)))
-            level.cells.push_back(static_cast<std::uint8_t>(number));
-        ++level.cellCount;
+        BlockGrid& cells = set.Layouts.back().Cells;
+        if (cells.size() < static_cast<std::size_t>(CellCount(GameKind::Shardles)))
+            cells.push_back(static_cast<std::uint8_t>(number));
+        ++cells_.back().count;
         break;
     }
     case Frame::Picture:
@@ -322,16 +328,16 @@ bool SetReader::SlotValue(const Slot& slot, const Scalar& value) {
     long long number = 0;
     switch (slot.shape) {
     case Shape::Kind:
-        if (value.type == Scalar::Type::String && *value.text == "Shardles") set.Kind = GameKind::Shardles;
-        else if (value.type == Scalar::Type::String && *value.text == "Tiltbash") set.Kind = GameKind::Tiltbash;
+        if (value.type == Scalar::Type::String && value.text == "Shardles") set.Kind = GameKind::Shardles;
+        else if (value.type == Scalar::Type::String && value.text == "Tiltbash") set.Kind = GameKind::Tiltbash;
         else return Fail(Here(), TypeReason(slot));
         kindGiven_ = true;
         return true;
     case Shape::Text: {
         if (value.type != Scalar::Type::String) return Fail(Here(), TypeReason(slot));
-        auto converted = Utf8ToCp1252(*value.text);
+        auto converted = Utf8ToCp1252(value.text);
         if (!converted.ok()) {
-            const std::string& utf8 = *value.text;
+            const std::string_view utf8 = value.text;
             const auto character =
                 1 + std::count_if(utf8.begin(), utf8.begin() + static_cast<std::ptrdiff_t>(converted.fault->offset),
                                   [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; });
@@ -344,15 +350,15 @@ bool SetReader::SlotValue(const Slot& slot, const Scalar& value) {
     case Shape::RecordFlag:
         if (value.type != Scalar::Type::Boolean) return Fail(Here(), TypeReason(slot));
         if (slot.shape == Shape::SetFlag) set.*slot.setFlag = value.boolean;
-        else levels_.back().record.*slot.recordFlag = value.boolean;
+        else set.Records.back().*slot.recordFlag = value.boolean;
         return true;
     case Shape::LayoutNumber:
     case Shape::RecordNumber:
         if (!Whole(value, -32768, 32767, number)) return false;
         if (slot.shape == Shape::LayoutNumber)
-            levels_.back().layout.*slot.layoutNumber = static_cast<std::int16_t>(number);
+            set.Layouts.back().*slot.layoutNumber = static_cast<std::int16_t>(number);
         else
-            levels_.back().record.*slot.recordNumber = static_cast<std::int16_t>(number);
+            set.Records.back().*slot.recordNumber = static_cast<std::int16_t>(number);
         return true;
     case Shape::Picture:
     case Shape::Levels:
@@ -361,7 +367,7 @@ bool SetReader::SlotValue(const Slot& slot, const Scalar& value) {
     return Fail(Here(), TypeReason(slot));
 }
 
-bool SetReader::start_object(std::size_t) {
+bool SetReader::StartObject() {
     if (skipping_) {
         ++skipping_;
         return true;
@@ -374,7 +380,10 @@ bool SetReader::start_object(std::size_t) {
     switch (top.frame) {
     case Frame::Levels:
         if (top.index < static_cast<std::size_t>(kMaxLevels)) {
-            levels_.emplace_back();
+            // Straight into the set; the cells' size is checked once the kind is sure.
+            set.Layouts.emplace_back();
+            set.Records.emplace_back();
+            cells_.emplace_back();
             open_.emplace_back(Frame::Level);
         } else {
             skipping_ = 1;
@@ -388,7 +397,7 @@ bool SetReader::start_object(std::size_t) {
     return false;
 }
 
-bool SetReader::start_array(std::size_t) {
+bool SetReader::StartArray() {
     if (skipping_) {
         ++skipping_;
         return true;
@@ -398,8 +407,13 @@ bool SetReader::start_array(std::size_t) {
     switch (top.frame) {
     case Frame::Set:
         if (top.slot->shape == Shape::Levels) {
-            levels_.clear();
-            levels_.reserve(kMaxLevels);  // a fixed bound; only the levels read are touched
+            // A repeated key starts the levels over.
+            set.Layouts.clear();
+            set.Records.clear();
+            cells_.clear();
+            set.Layouts.reserve(kMaxLevels);  // a fixed bound; only the levels read are touched
+            set.Records.reserve(kMaxLevels);
+            cells_.reserve(kMaxLevels);
             levelsGiven_ = true;
             open_.emplace_back(Frame::Levels);
             return true;
@@ -413,10 +427,10 @@ bool SetReader::start_array(std::size_t) {
         return Fail(Here(), TypeReason(*top.slot));
     case Frame::Level:
         if (top.slot->shape == Shape::Cells) {
-            PendingLevel& level = levels_.back();
-            level.cells.clear();
-            level.cellCount = 0;
-            level.cellsGiven = true;
+            BlockGrid& cells = set.Layouts.back().Cells;
+            cells.clear();
+            cells.reserve(static_cast<std::size_t>(CellCount(GameKind::Shardles)));
+            cells_.back() = {0, true};
             open_.emplace_back(Frame::Cells);
             return true;
         }
@@ -431,9 +445,10 @@ bool SetReader::start_array(std::size_t) {
     return false;
 }
 
-bool SetReader::key(string_t& key) {
+bool SetReader::Key(const char* text, Size length, bool) {
     if (skipping_) return true;
     Open& top = open_.back();
+    const std::string_view key(text, length);
     // Keys mostly come in the order they are written, so the search starts
     // after the key before.
     const auto find = [&](const auto& slots) -> const Slot* {
@@ -446,17 +461,19 @@ bool SetReader::key(string_t& key) {
         return nullptr;
     };
     top.slot = top.frame == Frame::Set ? find(kSetSlots) : find(kLevelSlots);
-    top.key = std::move(key);
     // A misspelt key would otherwise be dropped without a word.
-    if (!top.slot) return Fail(Here(), "is not a key of a level set");
+    if (!top.slot) {
+        const std::string parent = open_.size() > 1 ? Path(open_.size() - 1) : std::string();
+        return Fail(parent + "." + std::string(key), "is not a key of a level set");
+    }
     return true;
 }
 
 std::optional<std::string> SetReader::CellsFault(std::size_t level) const {
-    const PendingLevel& pending = levels_[level];
+    const CellsSeen& seen = cells_[level];
     const auto wanted = static_cast<std::size_t>(CellCount(set.Kind));
-    if (!pending.cellsGiven || pending.cellCount == wanted) return std::nullopt;
-    return "must hold " + std::to_string(wanted) + " numbers, not " + std::to_string(pending.cellCount);
+    if (!seen.given || seen.count == wanted) return std::nullopt;
+    return "must hold " + std::to_string(wanted) + " numbers, not " + std::to_string(seen.count);
 }
 
 bool SetReader::Close() {
@@ -470,7 +487,7 @@ bool SetReader::Close() {
     case Frame::Cells:
         // Checked now when the kind is known, else once the whole set is read.
         if (kindGiven_)
-            if (auto why = CellsFault(levels_.size() - 1)) return Fail(place(), *why);
+            if (auto why = CellsFault(cells_.size() - 1)) return Fail(place(), *why);
         break;
     case Frame::Picture:
         if (top.index != kPictureCells)
@@ -492,41 +509,37 @@ bool SetReader::Finish() {
         MakeLevels(set, 1);
         return true;
     }
-    for (std::size_t i = 0; i < levels_.size(); ++i)
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
         if (auto why = CellsFault(i)) return Fail(".Levels[" + std::to_string(i) + "].Cells", *why);
-    MakeLevels(set, static_cast<int>(levels_.size()));
-    for (std::size_t i = 0; i < levels_.size(); ++i) {
-        PendingLevel& pending = levels_[i];
-        LevelLayout& layout = set.Layouts[i];
-        if (pending.cellsGiven) layout.Cells = std::move(pending.cells);
-        for (const Slot& slot : kLevelSlots)
-            if (slot.shape == Shape::LayoutNumber) layout.*slot.layoutNumber = pending.layout.*slot.layoutNumber;
-        set.Records[i] = pending.record;
+        if (!cells_[i].given) set.Layouts[i].Cells.assign(static_cast<std::size_t>(CellCount(set.Kind)), 0);
     }
     return true;
 }
 
-// The library's reason without its "[json.exception...] parse error at line
-// L, column C: " prefix, nor the text of the token it was reading, which may
-// be long and hold bytes that are not text.
-std::string ParseReason(std::string reason) {
-    const auto bracket = reason.find("] ");
-    if (reason.starts_with("[json.exception.") && bracket != std::string::npos) reason.erase(0, bracket + 2);
-    if (reason.starts_with("parse error")) {
-        const auto colon = reason.find(": ");
-        if (colon != std::string::npos) reason.erase(0, colon + 2);
+// The parser's reason in our words.
+std::string_view ParseReason(rapidjson::ParseErrorCode code) {
+    switch (code) {
+    case rapidjson::kParseErrorDocumentEmpty: return "there is no JSON value";
+    case rapidjson::kParseErrorDocumentRootNotSingular: return "something follows the end of the JSON value";
+    case rapidjson::kParseErrorValueInvalid: return "not a JSON value";
+    case rapidjson::kParseErrorObjectMissName: return "a key in double quotes is missing";
+    case rapidjson::kParseErrorObjectMissColon: return "a colon is missing after the key";
+    case rapidjson::kParseErrorObjectMissCommaOrCurlyBracket: return "a comma or '}' is missing";
+    case rapidjson::kParseErrorArrayMissCommaOrSquareBracket: return "a comma or ']' is missing";
+    case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex: return "a \\u escape needs four hexadecimal digits";
+    case rapidjson::kParseErrorStringUnicodeSurrogateInvalid: return "a \\u escape holds half a surrogate pair";
+    case rapidjson::kParseErrorStringEscapeInvalid: return "a string holds a control character or an unknown escape";
+    case rapidjson::kParseErrorStringMissQuotationMark: return "a string is not closed";
+    case rapidjson::kParseErrorStringInvalidEncoding: return "a string holds bytes that are not UTF-8";
+    case rapidjson::kParseErrorNumberTooBig: return "a number is too large";
+    case rapidjson::kParseErrorNumberMissFraction: return "a number has no digits after its decimal point";
+    case rapidjson::kParseErrorNumberMissExponent: return "a number has no digits in its exponent";
+    default: return "the JSON is malformed";
     }
-    const auto lastRead = reason.find("; last read: ");
-    if (lastRead != std::string::npos) {
-        const auto expected = reason.find("; expected ", lastRead);
-        reason.erase(lastRead, expected == std::string::npos ? std::string::npos : expected - lastRead);
-    }
-    return reason;
 }
 
-// The library counts the bytes it has read; the offending one is the last.
-std::string ParsePlace(std::string_view bytes, std::size_t bytesRead) {
-    const std::size_t offset = std::min(bytesRead > 0 ? bytesRead - 1 : 0, bytes.size());
+std::string ParsePlace(std::string_view bytes, std::size_t offset) {
+    offset = std::min(offset, bytes.size());
     const std::string_view before = bytes.substr(0, offset);
     const auto line = 1 + std::count(before.begin(), before.end(), '\n');
     const auto lineStart = before.rfind('\n');
@@ -545,10 +558,10 @@ ReadResult Refusal(std::string message) {
 }  // namespace
 
 WriteResult WriteJsonFile(const LevelSet& set) {
-    JsonText text;
-    // Room for the longest numbers, so the text is never moved while it grows.
-    text.out.reserve(2048 + set.Layouts.size() * 1200);
-    text.out += "{\n";
+    // Room for the longest numbers and a title of escapes, so the text is never moved while it grows.
+    JsonText text(2048 + 6 * (set.Title.size() + set.BonusClock.size() + set.ExtraLifePoints.size()) +
+                  set.Layouts.size() * 800);
+    text.out << "{\n";
     for (const Slot& slot : kSetSlots) {
         text.Key(2, slot.key);
         switch (slot.shape) {
@@ -557,30 +570,37 @@ WriteResult WriteJsonFile(const LevelSet& set) {
         case Shape::SetFlag: text.Bool(set.*slot.setFlag); break;
         case Shape::Picture: text.Rows(2, (set.*slot.picture).cells, 10); break;
         case Shape::Levels:
-            text.out += "[\n";
+            text.out << "[\n";
             for (int level = 1; level <= set.LevelCount(); ++level) {
                 text.Level(set.Layout(level), set.Record(level));
                 text.EndMember(level == set.LevelCount());
             }
-            text.out += "  ]";
+            text.out << "  ]";
             break;
         default: break;
         }
         text.EndMember(slot.shape == Shape::Levels);
     }
-    text.out += "}\n";
-    return Written(std::move(text.out));
+    text.out << "}\n";
+    return Written(text.out.Take());
 }
 
 ReadResult ReadJsonFile(std::string_view bytes) {
     try {
         SetReader reader;
-        const bool parsed = json::sax_parse(bytes.begin(), bytes.end(), &reader);
+        rapidjson::MemoryStream stream(bytes.data(), bytes.size());
+        rapidjson::Reader parser;
+        // Iterative, so no nesting runs the stack out; numbers come as written,
+        // so a message can quote them and 5.0 reads as 5.
+        constexpr unsigned kFlags =
+            rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
+        const rapidjson::ParseResult parsed = parser.Parse<kFlags>(stream, reader);
         if (reader.fault) return Refusal(reader.fault->place + ": " + reader.fault->reason);
-        if (!parsed || reader.parseFault) {
-            const auto [read, what] = reader.parseFault.value_or(std::pair{bytes.size() + 1, std::string("malformed")});
-            return Refusal(ParsePlace(bytes, read) + ": " + ParseReason(what));
-        }
+        if (parsed.IsError())
+            return Refusal(ParsePlace(bytes, parsed.Offset()) + ": " + std::string(ParseReason(parsed.Code())));
+        // The parser takes a zero byte for the end of the text.
+        if (stream.Tell() < bytes.size())
+            return Refusal(ParsePlace(bytes, stream.Tell()) + ": something follows the end of the JSON value");
         if (!reader.Finish()) return Refusal(reader.fault->place + ": " + reader.fault->reason);
         ReadResult result;
         result.set = std::move(reader.set);

@@ -140,7 +140,7 @@ TEST(Refusals, PrintTheFileThePlaceAndTheReasonAndWriteNothing) {
     const std::pair<std::vector<std::string>, std::string> cases[] = {
         {{"field.json", "out.json"}, "@field.json: .Levels[0].BallX: must be a whole number from -32768 to 32767"},
         {{"syntax.json", "out.json"},
-         "@syntax.json: byte 10 (line 2, column 9): syntax error while parsing value - invalid literal"},
+         "@syntax.json: byte 10 (line 2, column 9): not a JSON value"},
         {{"bad.rsx", "out.json"}, "@bad.rsx: Not one of my files."},
         {{"--check", "--from=myfile", "bad.rsx"}, "@bad.rsx: Not one of my files."},
         {{"bad.83l", "out.json"}, "@bad.83l: Not a valid list file."},

@@ -170,15 +170,22 @@ TEST(JsonReader, RefusesAWrongValueWithItsPlaceAndReason) {
         // A misspelt key would otherwise be dropped without a word.
         {R"({"Titel": "x"})", ".Titel: is not a key of a level set"},
         {R"({"Levels": [{"Ballx": 1}]})", ".Levels[0].Ballx: is not a key of a level set"},
-        {"", "byte 0 (line 1, column 1): syntax error while parsing value - unexpected end of input; "
-             "expected '[', '{', or a literal"},
-        {"{\n  \"Kind\": \"Shardles\",,\n}", "byte 23 (line 2, column 22): syntax error while parsing object key - "
-                                             "unexpected ','; expected string literal"},
-        // The library stops at the byte after a number too large for a double.
-        {R"({"Levels": [{"BallY": 1e400}]})", "byte 26 (line 1, column 27): number overflow parsing '1e400'"},
+        {"", "byte 0 (line 1, column 1): there is no JSON value"},
+        {"{\n  \"Kind\": \"Shardles\",,\n}", "byte 23 (line 2, column 22): a key in double quotes is missing"},
+        {"{\"Title\": \"a\"\n  \"Kind\": 1}", "byte 16 (line 2, column 3): a comma or '}' is missing"},
+        {"{\"Levels\": [{} {}]}", "byte 15 (line 1, column 16): a comma or ']' is missing"},
+        {"{\"Title\": tru}", "byte 13 (line 1, column 14): not a JSON value"},
+        {"{\"Title\": \"a}", "byte 13 (line 1, column 14): a string is not closed"},
+        {R"({"Levels": [{"BallY": 1.}]})", "byte 24 (line 1, column 25): a number has no digits after its decimal point"},
+        // Beyond a double's range: named at the number's first byte.
+        {R"({"Levels": [{"BallY": 1e400}]})", "byte 22 (line 1, column 23): a number is too large"},
         // The raw bytes of the bad token are not repeated in the message.
-        {"{\"Title\": \"a\xFF\"}", "byte 12 (line 1, column 13): syntax error while parsing value - "
-                                   "invalid string: ill-formed UTF-8 byte"},
+        {"{\"Title\": \"a\xFF\"}", "byte 12 (line 1, column 13): a string holds bytes that are not UTF-8"},
+        {"{\"Title\": \"a\tb\"}", "byte 12 (line 1, column 13): a string holds a control character or an unknown escape"},
+        {"{\"Title\": \"\\x\"}", "byte 11 (line 1, column 12): a string holds a control character or an unknown escape"},
+        // A zero byte is not the end of the text.
+        {std::string("{}\0{}", 5), "byte 2 (line 1, column 3): something follows the end of the JSON value"},
+        {"{} {}", "byte 3 (line 1, column 4): something follows the end of the JSON value"},
     };
     for (const auto& c : cases) {
         const ReadResult read = ReadJsonFile(c.json);
