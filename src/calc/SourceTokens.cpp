@@ -1,5 +1,6 @@
 #include "calc/SourceTokens.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -47,7 +48,9 @@ std::optional<std::string_view> FieldReader::ReadField() {
     if (pos_ >= text_.size()) return std::nullopt;
     while (pos_ < text_.size() && IsBlank(text_[pos_])) ++pos_;
     const std::size_t start = pos_;
-    while (pos_ < text_.size() && text_[pos_] != ',' && !IsLineEnd(text_[pos_])) ++pos_;
+    semicolon_ = std::string_view::npos;
+    for (; pos_ < text_.size() && text_[pos_] != ',' && !IsLineEnd(text_[pos_]); ++pos_)
+        if (text_[pos_] == ';' && semicolon_ == std::string_view::npos) semicolon_ = pos_ - start;
     const std::string_view field = text_.substr(start, pos_ - start);
     if (pos_ < text_.size()) {
         if (text_[pos_] == ',')
@@ -73,8 +76,7 @@ std::optional<std::string_view> FieldReader::NextString() {
         auto field = ReadField();
         if (!field) return std::nullopt;
         if (field->empty() || (*field)[0] == ';') continue;
-        if (const auto semicolon = field->find(';'); semicolon != std::string_view::npos) field = field->substr(0, semicolon);
-        return field;
+        return field->substr(0, semicolon_);
     }
 }
 
@@ -115,7 +117,7 @@ std::optional<long> DecimalTokenValue(std::string_view token) {
 }
 
 std::optional<long> GetTokenValue(std::string_view token) {
-    const bool hex = token.find('$') != std::string_view::npos || token.find('h') != std::string_view::npos;
+    const bool hex = std::any_of(token.begin(), token.end(), [](char c) { return c == '$' || c == 'h'; });
     if (!hex) return DecimalTokenValue(token);
     if (token.size() < 3) return std::nullopt;
     const std::string_view last = token.substr(token.size() - 3);

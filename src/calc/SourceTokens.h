@@ -43,6 +43,7 @@ private:
 
     std::string_view text_;
     std::size_t pos_ = 0;
+    std::size_t semicolon_ = std::string_view::npos;  // where the last field's first ";" is, if it has one
     int line_ = 1;
     int lastLine_ = 1;
 };
