@@ -20,30 +20,16 @@
 #include "calc/LevelImage.h"
 #include "calc/ProgramFile.h"
 #include "calc/SourceFile.h"
+#include "support/TempDir.h"
 
 namespace shd {
 namespace {
 
 namespace fs = std::filesystem;
 
-// A fresh folder, removed with everything in it at the end of the test.
-struct TempDir {
-    fs::path path = fs::temp_directory_path() / ("shd-calc-" + std::to_string(::getpid()) + "-" +
-                                                 ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    TempDir() { fs::create_directories(path); }
-    ~TempDir() {
-        std::error_code ignored;
-        fs::remove_all(path, ignored);
-    }
-    fs::path operator/(const std::string& name) const { return path / name; }
-};
-
-void WriteFile(const fs::path& path, const std::string& bytes) { std::ofstream(path, std::ios::binary) << bytes; }
-
-std::string ReadFile(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
+using test::ReadFile;
+using test::TempDir;
+using test::WriteFile;
 
 TEST(CalcThirdParty, TiFileLibraryReadsEveryProgramFile) {
     tifiles_library_init();  // counts its callers; nothing to check
