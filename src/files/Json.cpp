@@ -236,6 +236,8 @@ private:
         fault = Fault{std::move(place), std::move(reason)};
         return false;
     }
+    // Out of line and marked rare, so the paths every value takes stay lean.
+    [[gnu::cold]] bool FailHere(std::string_view reason) { return Fail(Here(), std::string(reason)); }
     // The path of the position `depth` open containers deep, ".Levels[3].Cells" say.
     std::string Path(std::size_t depth) const {
         std::string path;
@@ -251,15 +253,17 @@ private:
     bool Value(const Scalar& value);
     bool SlotValue(const Slot& slot, const Scalar& value);
     bool Whole(const Scalar& value, long long low, long long high, long long& out);
+    [[gnu::cold]] bool WholeSlowly(const Scalar& value, long long low, long long high, long long& out);
+    bool Deeper();
     bool Close();
     std::optional<std::string> CellsFault(std::size_t level) const;
-    static std::string TypeReason(const Slot& slot);
+    static std::string_view TypeReason(const Slot& slot);
     void Next() {
         if (!open_.empty()) ++open_.back().index;
     }
 };
 
-std::string SetReader::TypeReason(const Slot& slot) {
+std::string_view SetReader::TypeReason(const Slot& slot) {
     switch (slot.shape) {
     case Shape::Kind: return "must be \"Shardles\" or \"Tiltbash\"";
     case Shape::Text: return "must be a string";
@@ -274,7 +278,31 @@ std::string SetReader::TypeReason(const Slot& slot) {
     return {};
 }
 
+// Nearly every number in a file is a plain whole number of a few digits.
+std::optional<long long> ShortWhole(std::string_view text) {
+    constexpr std::size_t kDigits = 9;
+    const std::size_t sign = !text.empty() && text[0] == '-' ? 1 : 0;
+    if (text.size() == sign || text.size() - sign > kDigits) return std::nullopt;
+    long long value = 0;
+    for (std::size_t i = sign; i < text.size(); ++i) {
+        if (text[i] < '0' || text[i] > '9') return std::nullopt;
+        value = 10 * value + (text[i] - '0');
+    }
+    return sign ? -value : value;
+}
+
 bool SetReader::Whole(const Scalar& value, long long low, long long high, long long& out) {
+    if (value.type == Scalar::Type::Number) {
+        if (const auto whole = ShortWhole(value.text); whole && *whole >= low && *whole <= high) {
+            out = *whole;
+            return true;
+        }
+    }
+    return WholeSlowly(value, low, high, out);
+}
+
+// Long numbers, fractions and exponents, and the messages.
+bool SetReader::WholeSlowly(const Scalar& value, long long low, long long high, long long& out) {
     // Messages are made only on the way out: this runs for every number.
     auto range = [&] { return std::to_string(low) + " to " + std::to_string(high); };
     auto outOfRange = [&] { return Fail(Here(), std::string(value.text) + " is out of range " + range()); };
@@ -298,14 +326,14 @@ bool SetReader::Whole(const Scalar& value, long long low, long long high, long l
 
 bool SetReader::Value(const Scalar& value) {
     if (skipping_) return true;
-    if (open_.empty()) return Fail(".", "must be an object");
+    if (open_.empty()) return FailHere("must be an object");
     Open& top = open_.back();
     long long number = 0;
     switch (top.frame) {
     case Frame::Set:
     case Frame::Level: return SlotValue(*top.slot, value);
     case Frame::Levels:
-        if (top.index < static_cast<std::size_t>(kMaxLevels)) return Fail(Here(), "must be an object");
+        if (top.index < static_cast<std::size_t>(kMaxLevels)) return FailHere("must be an object");
         break;
     case Frame::Cells: {
         if (!Whole(value, 0, 15, number)) return false;
@@ -330,11 +358,11 @@ bool SetReader::SlotValue(const Slot& slot, const Scalar& value) {
     case Shape::Kind:
         if (value.type == Scalar::Type::String && value.text == "Shardles") set.Kind = GameKind::Shardles;
         else if (value.type == Scalar::Type::String && value.text == "Tiltbash") set.Kind = GameKind::Tiltbash;
-        else return Fail(Here(), TypeReason(slot));
+        else return FailHere(TypeReason(slot));
         kindGiven_ = true;
         return true;
     case Shape::Text: {
-        if (value.type != Scalar::Type::String) return Fail(Here(), TypeReason(slot));
+        if (value.type != Scalar::Type::String) return FailHere(TypeReason(slot));
         auto converted = Utf8ToCp1252(value.text);
         if (!converted.ok()) {
             const std::string_view utf8 = value.text;
@@ -348,7 +376,7 @@ bool SetReader::SlotValue(const Slot& slot, const Scalar& value) {
     }
     case Shape::SetFlag:
     case Shape::RecordFlag:
-        if (value.type != Scalar::Type::Boolean) return Fail(Here(), TypeReason(slot));
+        if (value.type != Scalar::Type::Boolean) return FailHere(TypeReason(slot));
         if (slot.shape == Shape::SetFlag) set.*slot.setFlag = value.boolean;
         else set.Records.back().*slot.recordFlag = value.boolean;
         return true;
@@ -364,10 +392,19 @@ bool SetReader::SlotValue(const Slot& slot, const Scalar& value) {
     case Shape::Levels:
     case Shape::Cells: break;
     }
-    return Fail(Here(), TypeReason(slot));
+    return FailHere(TypeReason(slot));
+}
+
+// The parser goes down one call per level of nesting, so the depth is held
+// to what no level set needs, long before the stack would run out.
+bool SetReader::Deeper() {
+    constexpr std::size_t kDeepest = 256;
+    if (open_.size() + skipping_ < kDeepest) return true;
+    return Fail(Here(), "is nested deeper than " + std::to_string(kDeepest) + " levels");
 }
 
 bool SetReader::StartObject() {
+    if (!Deeper()) return false;
     if (skipping_) {
         ++skipping_;
         return true;
@@ -390,19 +427,20 @@ bool SetReader::StartObject() {
         }
         return true;
     case Frame::Set:
-    case Frame::Level: return Fail(Here(), TypeReason(*top.slot));
-    case Frame::Cells: return Fail(Here(), "must be a whole number from 0 to 15");
-    case Frame::Picture: return Fail(Here(), "must be a whole number from 0 to 255");
+    case Frame::Level: return FailHere(TypeReason(*top.slot));
+    case Frame::Cells: return FailHere("must be a whole number from 0 to 15");
+    case Frame::Picture: return FailHere("must be a whole number from 0 to 255");
     }
     return false;
 }
 
 bool SetReader::StartArray() {
+    if (!Deeper()) return false;
     if (skipping_) {
         ++skipping_;
         return true;
     }
-    if (open_.empty()) return Fail(".", "must be an object");
+    if (open_.empty()) return FailHere("must be an object");
     Open& top = open_.back();
     switch (top.frame) {
     case Frame::Set:
@@ -424,7 +462,7 @@ bool SetReader::StartArray() {
             open_.emplace_back(Frame::Picture);
             return true;
         }
-        return Fail(Here(), TypeReason(*top.slot));
+        return FailHere(TypeReason(*top.slot));
     case Frame::Level:
         if (top.slot->shape == Shape::Cells) {
             BlockGrid& cells = set.Layouts.back().Cells;
@@ -434,13 +472,13 @@ bool SetReader::StartArray() {
             open_.emplace_back(Frame::Cells);
             return true;
         }
-        return Fail(Here(), TypeReason(*top.slot));
+        return FailHere(TypeReason(*top.slot));
     case Frame::Levels:
-        if (top.index < static_cast<std::size_t>(kMaxLevels)) return Fail(Here(), "must be an object");
+        if (top.index < static_cast<std::size_t>(kMaxLevels)) return FailHere("must be an object");
         skipping_ = 1;
         return true;
-    case Frame::Cells: return Fail(Here(), "must be a whole number from 0 to 15");
-    case Frame::Picture: return Fail(Here(), "must be a whole number from 0 to 255");
+    case Frame::Cells: return FailHere("must be a whole number from 0 to 15");
+    case Frame::Picture: return FailHere("must be a whole number from 0 to 255");
     }
     return false;
 }
@@ -590,10 +628,10 @@ ReadResult ReadJsonFile(std::string_view bytes) {
         SetReader reader;
         rapidjson::MemoryStream stream(bytes.data(), bytes.size());
         rapidjson::Reader parser;
-        // Iterative, so no nesting runs the stack out; numbers come as written,
-        // so a message can quote them and 5.0 reads as 5.
-        constexpr unsigned kFlags =
-            rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
+        // Numbers come as written, so a message can quote them and 5.0 reads
+        // as 5. Text is checked for UTF-8 as it is turned into Windows-1252,
+        // and keys by being looked up.
+        constexpr unsigned kFlags = rapidjson::kParseNumbersAsStringsFlag;
         const rapidjson::ParseResult parsed = parser.Parse<kFlags>(stream, reader);
         if (reader.fault) return Refusal(reader.fault->place + ": " + reader.fault->reason);
         if (parsed.IsError())

@@ -140,10 +140,14 @@ TEST(JsonReader, RefusesAWrongValueWithItsPlaceAndReason) {
         {R"({"Levels": {}})", ".Levels: must be an array of levels"},
         {R"({"Levels": []})", notLevels + "0"},
         {R"({"Levels": )" + Levels(256) + "}", notLevels + "256"},
-        // Levels past the last one are only counted, whatever they hold and however deep.
-        {R"({"Levels": )" + Levels(255, false) + R"(, [[1]], 5, {"x": [{}]}, )" + std::string(300000, '[') +
-             std::string(300000, ']') + "]}",
+        // Levels past the last one are only counted, whatever they hold...
+        {R"({"Levels": )" + Levels(255, false) + R"(, [[1]], 5, {"x": [{}]}, )" + std::string(250, '[') +
+             std::string(250, ']') + "]}",
          notLevels + "259"},
+        // ...up to a depth no set needs, which keeps the reader's stack safe.
+        {R"({"Levels": )" + Levels(255, false) + R"(, 5, )" + std::string(300000, '[') + std::string(300000, ']') +
+             "]}",
+         ".Levels[256]: is nested deeper than 256 levels"},
         {R"({"Levels": [{}, 5]})", ".Levels[1]: must be an object"},
         {R"({"Levels": [[]]})", ".Levels[0]: must be an object"},
         {R"({"Levels": [{"Cells": 0}]})", ".Levels[0].Cells: must be an array of numbers"},
@@ -180,7 +184,7 @@ TEST(JsonReader, RefusesAWrongValueWithItsPlaceAndReason) {
         // Beyond a double's range: named at the number's first byte.
         {R"({"Levels": [{"BallY": 1e400}]})", "byte 22 (line 1, column 23): a number is too large"},
         // The raw bytes of the bad token are not repeated in the message.
-        {"{\"Title\": \"a\xFF\"}", "byte 12 (line 1, column 13): a string holds bytes that are not UTF-8"},
+        {"{\"Title\": \"a\xFF\"}", ".Title: character 2: is not valid UTF-8"},
         {"{\"Title\": \"a\tb\"}", "byte 12 (line 1, column 13): a string holds a control character or an unknown escape"},
         {"{\"Title\": \"\\x\"}", "byte 11 (line 1, column 12): a string holds a control character or an unknown escape"},
         // A zero byte is not the end of the text.
