@@ -8,7 +8,8 @@
 #   BUILD_DIR  where shardles-convert was built (default: build-cli)
 #   WORK_DIR   where the files go (default: a new temporary folder); the
 #              output is written there on every run, so its file system counts
-#   RUNS=n     runs per command (default 100)
+#   ROUNDS=n   rounds per conversion, each timing it beside --version (default 5)
+#   RUNS=n     runs per command and round (default 20)
 set -euo pipefail
 
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -17,7 +18,8 @@ exe=$build/shardles-convert
 [[ -x $exe ]] || { echo "no converter at $exe; build it first" >&2; exit 2; }
 command -v hyperfine >/dev/null || { echo "hyperfine is needed" >&2; exit 2; }
 if [[ $# -ge 2 ]]; then work=$2; mkdir -p "$work"; else work=$(mktemp -d); trap 'rm -rf "$work"' EXIT; fi
-runs=${RUNS:-100}
+runs=${RUNS:-20}
+rounds=${ROUNDS:-5}
 
 # The set: 255 levels, every block code in use, one last block a level, and
 # both custom pictures.
@@ -45,29 +47,34 @@ for ext in "${forms[@]}"; do "$exe" "$work/generated.json" "$work/in.$ext"; done
 
 echo "Input sizes:"
 for ext in "${forms[@]}"; do printf '  in.%-4s %7d bytes\n' "$ext" "$(wc -c <"$work/in.$ext")"; done
-echo "Work folder on: $(df -T "$work" | awk 'NR == 2 { print $2 }'), $runs runs a command"
+echo "Work folder on: $(df -T "$work" | awk 'NR == 2 { print $2 }'), $rounds rounds of $runs runs a command"
 
-# Each conversion is timed right beside a fresh measure of the start-up, so a
-# machine whose load drifts during the run still compares like with like.
+# Each conversion is timed right beside a fresh measure of the start-up, in
+# several short rounds; the median of the rounds' ratios holds up when the
+# machine's load comes and goes during the run.
 printf '\n%-18s %12s %12s %8s %10s\n' "conversion" "median ms" "--version ms" "ratio" "CPU ratio"
 worst=0 worstName=
 for from in "${forms[@]}"; do
     for to in "${forms[@]}"; do
-        hyperfine --shell=none --warmup 10 --runs "$runs" --style none --export-csv "$work/times.csv" \
-            "$exe --version" "$exe $work/in.$from $work/out.$to" >/dev/null 2>&1
-        # command,mean,stddev,median,user,system,min,max (seconds); line 2 is --version
-        line=$(awk -F, -v name="$from->$to" '
-            NR == 2 { base = $4; baseCpu = $5 + $6 }
-            NR == 3 {
-                ratio = $4 / base
-                flag = ratio > 1.5 ? "  over 1.5x" : ""
-                printf "%-18s %12.2f %12.2f %7.2fx %9.2fx%s\n", name, $4 * 1000, base * 1000, ratio,
-                       ($5 + $6) / baseCpu, flag
-            }' "$work/times.csv")
+        : >"$work/rounds.txt"
+        for round in $(seq 1 "$rounds"); do
+            hyperfine --shell=none --warmup 5 --runs "$runs" --style none --export-csv "$work/times.csv" \
+                "$exe --version" "$exe $work/in.$from $work/out.$to" >/dev/null 2>&1
+            # command,mean,stddev,median,user,system,min,max (seconds); line 2 is --version
+            awk -F, 'NR == 2 { base = $4; baseCpu = $5 + $6 }
+                     NR == 3 { print $4, base, $4 / base, ($5 + $6) / baseCpu }' "$work/times.csv" >>"$work/rounds.txt"
+        done
+        line=$(sort -n -k3 "$work/rounds.txt" | awk -v name="$from->$to" -v rounds="$rounds" '
+            { conv[NR] = $1; base[NR] = $2; ratio[NR] = $3; cpu[NR] = $4 }
+            END {
+                m = int((rounds + 1) / 2)
+                flag = ratio[m] > 1.5 ? "  over 1.5x" : ""
+                printf "%-18s %12.2f %12.2f %7.2fx %9.2fx%s\n", name, conv[m] * 1000, base[m] * 1000, ratio[m], cpu[m], flag
+            }')
         echo "$line"
         ratio=$(awk '{ sub("x", "", $4); print $4 }' <<<"$line")
         if awk -v a="$ratio" -v b="$worst" 'BEGIN { exit !(a > b) }'; then worst=$ratio worstName="$from->$to"; fi
     done
 done
 echo
-echo "slowest: $worstName at ${worst}x the start-up (medians)"
+echo "slowest: $worstName at ${worst}x the start-up (median of $rounds rounds of $runs runs)"

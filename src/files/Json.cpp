@@ -4,11 +4,10 @@
 #include <rapidjson/reader.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <iterator>
+#include <limits>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -98,7 +97,8 @@ public:
     TextOut out;
 
     void Indent(int spaces) {
-        for (int i = 0; i < spaces; ++i) out << ' ';
+        static constexpr std::string_view kSpaces = "                ";
+        out << kSpaces.substr(0, static_cast<std::size_t>(spaces));
     }
     void Key(int indent, std::string_view key) {
         Indent(indent);
@@ -131,9 +131,11 @@ public:
     void Rows(int indent, const Cells& cells, std::size_t perRow) {
         out << "[\n";
         for (std::size_t i = 0; i < cells.size(); ++i) {
+            const bool rowEnds = (i + 1) % perRow == 0;
             if (i % perRow == 0) Indent(indent + 2);
             Number(cells[i]);
-            if (i + 1 < cells.size()) out << ((i + 1) % perRow == 0 ? ",\n" : ",");
+            if (i + 1 < cells.size()) out << ',';
+            if (rowEnds && i + 1 < cells.size()) out << '\n';
         }
         out << '\n';
         Indent(indent);
@@ -167,9 +169,11 @@ public:
 
 // A value the parser hands over, whatever its JSON type.
 struct Scalar {
-    enum class Type { Null, Boolean, Number, String } type;
+    enum class Type { Null, Boolean, Whole, Huge, Real, String } type;
     bool boolean = false;
-    std::string_view text{};  // String: the text; Number: the number as written
+    long long whole = 0;      // Whole: the number; Huge is a whole number beyond that range
+    double real = 0;          // Real: a number with a fraction or an exponent
+    std::string_view text{};  // String: the text
 };
 
 struct Fault {
@@ -184,15 +188,6 @@ struct CellsSeen {
     bool given = false;
 };
 
-// A number's value as a double, for numbers with a fraction or an exponent.
-double RealOf(std::string_view written) {
-    double value = 0;
-    const auto [end, error] = std::from_chars(written.data(), written.data() + written.size(), value);
-    if (error == std::errc() && end == written.data() + written.size()) return value;
-    // Beyond a double's range: strtod gives infinity or zero as the case may be.
-    return std::strtod(std::string(written).c_str(), nullptr);
-}
-
 // Fills a LevelSet straight from the parser's events, without building the
 // document first: reading stays well under the cost of starting the process.
 class SetReader : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, SetReader> {
@@ -202,12 +197,27 @@ public:
     LevelSet set;  // starts as the reset before every read leaves it; missing keys keep that
     std::optional<Fault> fault;
 
+    // `bytes` is what `stream` reads; the reader looks back at it to quote a number.
+    SetReader(std::string_view bytes, const rapidjson::MemoryStream& stream) : bytes_(bytes), stream_(stream) {}
+
     bool Null() { return Value({Scalar::Type::Null}); }
     bool Bool(bool value) { return Value({Scalar::Type::Boolean, value}); }
-    bool RawNumber(const char* text, Size length, bool) {
-        return Value({Scalar::Type::Number, false, {text, length}});
+    bool Int(int value) { return Value({Scalar::Type::Whole, false, value}); }
+    bool Uint(unsigned value) {
+        // Grid cells are most of a file; they take the shortest way.
+        if (inCells_ && value <= 15) {
+            AddCell(static_cast<std::uint8_t>(value));
+            return true;
+        }
+        return Value({Scalar::Type::Whole, false, value});
     }
-    bool String(const char* text, Size length, bool) { return Value({Scalar::Type::String, false, {text, length}}); }
+    bool Int64(std::int64_t value) { return Value({Scalar::Type::Whole, false, value}); }
+    bool Uint64(std::uint64_t value) {
+        if (value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) return Value({Scalar::Type::Huge});
+        return Value({Scalar::Type::Whole, false, static_cast<long long>(value)});
+    }
+    bool Double(double value) { return Value({Scalar::Type::Real, false, 0, value}); }
+    bool String(const char* text, Size length, bool) { return Value({Scalar::Type::String, false, 0, 0, {text, length}}); }
     bool StartObject();
     bool Key(const char* text, Size length, bool);
     bool EndObject(Size) { return Close(); }
@@ -219,6 +229,8 @@ public:
 
 private:
     enum class Frame { Set, Levels, Level, Cells, Picture };
+    std::string_view bytes_;
+    const rapidjson::MemoryStream& stream_;
     struct Open {
         explicit Open(Frame f) : frame(f) {}
         Frame frame;
@@ -226,6 +238,7 @@ private:
         const Slot* slot = nullptr;   // objects: the key being read
     };
     std::vector<Open> open_;  // the objects and arrays not yet closed, innermost last
+    bool inCells_ = false;    // the innermost of them is a level's grid
     std::size_t skipping_ = 0;  // depth inside a level past the last one, which is only counted
     std::vector<CellsSeen> cells_;  // one for each level read so far
     bool levelsGiven_ = false;
@@ -249,6 +262,14 @@ private:
         return path.empty() ? "." : path;
     }
     std::string Here() const { return Path(open_.size()); }
+    // The number just read as the file writes it: the parser stands right after it.
+    std::string NumberText() const {
+        const std::size_t end = std::min(stream_.Tell(), bytes_.size());
+        std::size_t start = end;
+        while (start > 0 && std::string_view("0123456789+-.eE").find(bytes_[start - 1]) != std::string_view::npos)
+            --start;
+        return std::string(bytes_.substr(start, end - start));
+    }
 
     bool Value(const Scalar& value);
     bool SlotValue(const Slot& slot, const Scalar& value);
@@ -260,6 +281,12 @@ private:
     static std::string_view TypeReason(const Slot& slot);
     void Next() {
         if (!open_.empty()) ++open_.back().index;
+    }
+    void AddCell(std::uint8_t code) {
+        BlockGrid& cells = set.Layouts.back().Cells;
+        if (cells.size() < static_cast<std::size_t>(CellCount(GameKind::Shardles))) cells.push_back(code);
+        ++cells_.back().count;
+        ++open_.back().index;
     }
 };
 
@@ -278,50 +305,30 @@ std::string_view SetReader::TypeReason(const Slot& slot) {
     return {};
 }
 
-// Nearly every number in a file is a plain whole number of a few digits.
-std::optional<long long> ShortWhole(std::string_view text) {
-    constexpr std::size_t kDigits = 9;
-    const std::size_t sign = !text.empty() && text[0] == '-' ? 1 : 0;
-    if (text.size() == sign || text.size() - sign > kDigits) return std::nullopt;
-    long long value = 0;
-    for (std::size_t i = sign; i < text.size(); ++i) {
-        if (text[i] < '0' || text[i] > '9') return std::nullopt;
-        value = 10 * value + (text[i] - '0');
-    }
-    return sign ? -value : value;
-}
-
 bool SetReader::Whole(const Scalar& value, long long low, long long high, long long& out) {
-    if (value.type == Scalar::Type::Number) {
-        if (const auto whole = ShortWhole(value.text); whole && *whole >= low && *whole <= high) {
-            out = *whole;
-            return true;
-        }
+    if (value.type == Scalar::Type::Whole && value.whole >= low && value.whole <= high) {
+        out = value.whole;
+        return true;
     }
     return WholeSlowly(value, low, high, out);
 }
 
-// Long numbers, fractions and exponents, and the messages.
+// Whole numbers out of range, numbers with a fraction or an exponent, and the messages.
 bool SetReader::WholeSlowly(const Scalar& value, long long low, long long high, long long& out) {
-    // Messages are made only on the way out: this runs for every number.
-    auto range = [&] { return std::to_string(low) + " to " + std::to_string(high); };
-    auto outOfRange = [&] { return Fail(Here(), std::string(value.text) + " is out of range " + range()); };
-    if (value.type != Scalar::Type::Number) return Fail(Here(), "must be a whole number from " + range());
-    const char* const first = value.text.data();
-    const char* const last = first + value.text.size();
-    long long whole = 0;
-    const auto [end, error] = std::from_chars(first, last, whole);
-    if (end == last) {
-        if (error == std::errc::result_out_of_range || whole < low || whole > high) return outOfRange();
-        out = whole;
+    const std::string range = std::to_string(low) + " to " + std::to_string(high);
+    auto outOfRange = [&] { return Fail(Here(), NumberText() + " is out of range " + range); };
+    switch (value.type) {
+    case Scalar::Type::Whole:
+    case Scalar::Type::Huge: return outOfRange();
+    case Scalar::Type::Real:
+        // JSON does not tell 5 from 5.0 or 5e0; a tool may well write either.
+        if (value.real != std::trunc(value.real)) break;
+        if (value.real < static_cast<double>(low) || value.real > static_cast<double>(high)) return outOfRange();
+        out = static_cast<long long>(value.real);
         return true;
+    default: break;
     }
-    // JSON does not tell 5 from 5.0 or 5e0; a tool may well write either.
-    const double real = RealOf(value.text);
-    if (real != std::trunc(real)) return Fail(Here(), "must be a whole number from " + range());
-    if (real < static_cast<double>(low) || real > static_cast<double>(high)) return outOfRange();
-    out = static_cast<long long>(real);
-    return true;
+    return Fail(Here(), "must be a whole number from " + range);
 }
 
 bool SetReader::Value(const Scalar& value) {
@@ -335,14 +342,10 @@ bool SetReader::Value(const Scalar& value) {
     case Frame::Levels:
         if (top.index < static_cast<std::size_t>(kMaxLevels)) return FailHere("must be an object");
         break;
-    case Frame::Cells: {
+    case Frame::Cells:
         if (!Whole(value, 0, 15, number)) return false;
-        BlockGrid& cells = set.Layouts.back().Cells;
-        if (cells.size() < static_cast<std::size_t>(CellCount(GameKind::Shardles)))
-            cells.push_back(static_cast<std::uint8_t>(number));
-        ++cells_.back().count;
-        break;
-    }
+        AddCell(static_cast<std::uint8_t>(number));
+        return true;
     case Frame::Picture:
         if (!Whole(value, 0, 255, number)) return false;
         if (top.index < kPictureCells) picture_->cells[top.index] = static_cast<std::uint8_t>(number);
@@ -470,6 +473,7 @@ bool SetReader::StartArray() {
             cells.reserve(static_cast<std::size_t>(CellCount(GameKind::Shardles)));
             cells_.back() = {0, true};
             open_.emplace_back(Frame::Cells);
+            inCells_ = true;
             return true;
         }
         return FailHere(TypeReason(*top.slot));
@@ -538,6 +542,7 @@ bool SetReader::Close() {
     default: break;
     }
     open_.pop_back();
+    inCells_ = false;  // a grid holds nothing that opens
     Next();
     return true;
 }
@@ -625,13 +630,12 @@ WriteResult WriteJsonFile(const LevelSet& set) {
 
 ReadResult ReadJsonFile(std::string_view bytes) {
     try {
-        SetReader reader;
         rapidjson::MemoryStream stream(bytes.data(), bytes.size());
+        SetReader reader(bytes, stream);
         rapidjson::Reader parser;
-        // Numbers come as written, so a message can quote them and 5.0 reads
-        // as 5. Text is checked for UTF-8 as it is turned into Windows-1252,
-        // and keys by being looked up.
-        constexpr unsigned kFlags = rapidjson::kParseNumbersAsStringsFlag;
+        // Text is checked for UTF-8 as it is turned into Windows-1252, and
+        // keys by being looked up.
+        constexpr unsigned kFlags = rapidjson::kParseDefaultFlags;
         const rapidjson::ParseResult parsed = parser.Parse<kFlags>(stream, reader);
         if (reader.fault) return Refusal(reader.fault->place + ": " + reader.fault->reason);
         if (parsed.IsError())

@@ -167,6 +167,8 @@ TEST(JsonReader, RefusesAWrongValueWithItsPlaceAndReason) {
         {R"({"Levels": [{"BlockCount": 32768}]})", ".Levels[0].BlockCount: 32768" + range16},
         {R"({"Levels": [{"LastBlockCount": -32769}]})", ".Levels[0].LastBlockCount: -32769" + range16},
         {R"({"Levels": [{"BallX": 18446744073709551615}]})", ".Levels[0].BallX: 18446744073709551615" + range16},
+        {R"({"Levels": [{"BallX": -99999999999999999999}]})", ".Levels[0].BallX: -99999999999999999999" + range16},
+        {R"({"Levels": [{"Cells": [1.5E+1, 16.0]}]})", ".Levels[0].Cells[1]: 16.0 is out of range 0 to 15"},
         {R"({"Levels": [{"BallY": 1e30}]})", ".Levels[0].BallY: 1e30" + range16},
         {R"({"Levels": [{"BallY": [3]}]})", ".Levels[0].BallY: " + whole16},
         {R"({"Levels": [{"SpottedUnused": 0}]})", ".Levels[0].SpottedUnused: must be true or false"},
