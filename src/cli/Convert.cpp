@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "files/FileIo.h"
+#include "model/Memory.h"
 #include "rules/LevelChecks.h"
 
 namespace shd::cli {
@@ -16,19 +17,23 @@ namespace {
 // eight characters, and ".83p" takes the other four.
 constexpr std::size_t kLongestProgramTitle = 12;
 
+// About what a set of 255 levels takes on the heap, with the reader's own needs.
+constexpr std::size_t kSetRoom = 64 * 1024;
+
 void Say(const std::string& line) {
     std::fputs(line.c_str(), stderr);
     std::fputc('\n', stderr);
 }
 
-// The set as the editor holds it right after opening, or nothing when the
-// read did not complete (the reason is already printed).
-std::optional<LevelSet> Open(FormatId from, const std::string& input) {
+// The set as the editor holds it right after opening, in `work.set`; false
+// when the read did not complete (the reason is already printed).
+bool Open(FormatId from, const std::string& input, Workspace& work) {
+    PrepareHeap(kSetRoom);
     errno = 0;
-    const FileBytes bytes(input);
+    const FileBytes& bytes = work.input.emplace(input);
     if (!bytes.ok()) {
         Say(input + ": cannot be read" + (errno ? std::string(": ") + std::strerror(errno) : std::string()));
-        return std::nullopt;
+        return false;
     }
     ReadResult read = GetFormat(from).read(bytes.view());
     switch (read.outcome.status) {
@@ -36,15 +41,16 @@ std::optional<LevelSet> Open(FormatId from, const std::string& input) {
     case ReadOutcome::Status::Refused:
         Say(input + ": " + (read.outcome.message.empty() ? read.outcome.where + ": " + read.outcome.why
                                                          : read.outcome.message));
-        return std::nullopt;
+        return false;
     case ReadOutcome::Status::Stopped:
         Say(input + ": " + read.outcome.where + ": " + read.outcome.why);
-        return std::nullopt;
+        return false;
     }
     // The closing steps of every open: level 1 current and shown, which recounts it.
-    read.set.CurrentLevel = 1;
-    RecountCurrentLevel(read.set);
-    return std::move(read.set);
+    LevelSet& set = work.set.emplace(std::move(read.set));
+    set.CurrentLevel = 1;
+    RecountCurrentLevel(set);
+    return true;
 }
 
 // CountBlocks on every level, as the savers run it; false (with the message
@@ -64,46 +70,47 @@ bool CountEveryLevel(LevelSet& set) {
 
 }  // namespace
 
-int Convert(FormatId from, const std::string& input, FormatId to, const std::string& output) {
-    std::optional<LevelSet> set = Open(from, input);
-    if (!set) return kRefused;
+int Convert(FormatId from, const std::string& input, FormatId to, const std::string& output, Workspace& work) {
+    if (!Open(from, input, work)) return kRefused;
+    LevelSet& set = *work.set;
     const Format& format = GetFormat(to);
-    if (format.countsBlocksFirst && !CountEveryLevel(*set)) return kRefused;
+    if (format.countsBlocksFirst && !CountEveryLevel(set)) return kRefused;
     const std::string title = FileTitleOf(output);
     if (to == FormatId::Program && title.size() > kLongestProgramTitle) {
         Say("This name has to be 8 characters long because this is the name that is shown in the Calculator!");
         return kRefused;
     }
-    const WriteResult written = format.write(*set, title);
+    WriteResult written = format.write(set, title);
     if (!written.ok) {
         Say(output + ": " + written.message);
         return kRefused;
     }
+    const std::string& bytes = work.output = std::move(written.bytes);
     std::string error;
-    if (!WriteFileAtomic(output, written.bytes, &error)) {
+    if (!WriteFileAtomic(output, bytes, &error)) {
         Say(output + ": " + error);
         return kRefused;
     }
     return kDone;
 }
 
-int Check(FormatId from, const std::string& input) {
-    std::optional<LevelSet> set = Open(from, input);
-    if (!set) return kRefused;
+int Check(FormatId from, const std::string& input, Workspace& work) {
+    if (!Open(from, input, work)) return kRefused;
+    LevelSet& set = *work.set;
     int findings = 0;
     auto report = [&](int level, const std::string& text) {
         std::printf("Level %d: %s\n", level, text.c_str());
         ++findings;
     };
     // Asked for explicitly, the checks run whatever the set's debugger option says.
-    if (set->IsShardles()) {
-        for (int level = 1; level <= set->LevelCount(); ++level) {
-            if (ComputeBlockCounts(*set, level).missingLastBlocks) report(level, NoLastBlocksMessage(level));
+    if (set.IsShardles()) {
+        for (int level = 1; level <= set.LevelCount(); ++level) {
+            if (ComputeBlockCounts(set, level).missingLastBlocks) report(level, NoLastBlocksMessage(level));
             // The checks read the record's counts, which only the shown level has fresh.
-            set->CurrentLevel = level;
-            RecountCurrentLevel(*set);
+            set.CurrentLevel = level;
+            RecountCurrentLevel(set);
             for (const DebugCheck& check : DebugChecks())
-                if (check.holds(*set, level)) report(level, check.question);
+                if (check.holds(set, level)) report(level, check.question);
         }
     }
     std::printf("%d finding%s\n", findings, findings == 1 ? "" : "s");
