@@ -8,18 +8,15 @@
 #   BUILD_DIR  where shardles-convert was built (default: build-cli)
 #   WORK_DIR   where the files go (default: a new temporary folder); the
 #              output is written there on every run, so its file system counts
-#   ROUNDS=n   rounds per conversion, each timing it beside --version (default 5)
-#   RUNS=n     runs per command and round (default 20)
+#   RUNS=n     runs of each command per conversion (default 100)
 set -euo pipefail
 
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${1:-$root/build-cli}
 exe=$build/shardles-convert
 [[ -x $exe ]] || { echo "no converter at $exe; build it first" >&2; exit 2; }
-command -v hyperfine >/dev/null || { echo "hyperfine is needed" >&2; exit 2; }
 if [[ $# -ge 2 ]]; then work=$2; mkdir -p "$work"; else work=$(mktemp -d); trap 'rm -rf "$work"' EXIT; fi
-runs=${RUNS:-20}
-rounds=${ROUNDS:-5}
+runs=${RUNS:-100}
 
 # The set: 255 levels, every block code in use, one last block a level, and
 # both custom pictures.
@@ -47,34 +44,22 @@ for ext in "${forms[@]}"; do "$exe" "$work/generated.json" "$work/in.$ext"; done
 
 echo "Input sizes:"
 for ext in "${forms[@]}"; do printf '  in.%-4s %7d bytes\n' "$ext" "$(wc -c <"$work/in.$ext")"; done
-echo "Work folder on: $(df -T "$work" | awk 'NR == 2 { print $2 }'), $rounds rounds of $runs runs a command"
+echo "Work folder on: $(df -T "$work" | awk 'NR == 2 { print $2 }'), $runs runs of each command"
 
-# Each conversion is timed right beside a fresh measure of the start-up, in
-# several short rounds; the median of the rounds' ratios holds up when the
-# machine's load comes and goes during the run.
+# Each conversion is timed against --version run by run, the two taking
+# turns (bench/alternate.cpp), so a machine whose speed comes and goes slows
+# both alike; the ratio is the median of neighbouring runs' ratios.
+alternate=$work/alternate
+c++ -O2 -std=c++20 -o "$alternate" "$root/bench/alternate.cpp"
 printf '\n%-18s %12s %12s %8s %10s\n' "conversion" "median ms" "--version ms" "ratio" "CPU ratio"
 worst=0 worstName=
 for from in "${forms[@]}"; do
     for to in "${forms[@]}"; do
-        : >"$work/rounds.txt"
-        for round in $(seq 1 "$rounds"); do
-            hyperfine --shell=none --warmup 5 --runs "$runs" --style none --export-csv "$work/times.csv" \
-                "$exe --version" "$exe $work/in.$from $work/out.$to" >/dev/null 2>&1
-            # command,mean,stddev,median,user,system,min,max (seconds); line 2 is --version
-            awk -F, 'NR == 2 { base = $4; baseCpu = $5 + $6 }
-                     NR == 3 { print $4, base, $4 / base, ($5 + $6) / baseCpu }' "$work/times.csv" >>"$work/rounds.txt"
-        done
-        line=$(sort -n -k3 "$work/rounds.txt" | awk -v name="$from->$to" -v rounds="$rounds" '
-            { conv[NR] = $1; base[NR] = $2; ratio[NR] = $3; cpu[NR] = $4 }
-            END {
-                m = int((rounds + 1) / 2)
-                flag = ratio[m] > 1.5 ? "  over 1.5x" : ""
-                printf "%-18s %12.2f %12.2f %7.2fx %9.2fx%s\n", name, conv[m] * 1000, base[m] * 1000, ratio[m], cpu[m], flag
-            }')
-        echo "$line"
-        ratio=$(awk '{ sub("x", "", $4); print $4 }' <<<"$line")
+        read -r base conv ratio cpu < <("$alternate" "$runs" "$exe" --version -- "$exe" "$work/in.$from" "$work/out.$to")
+        flag=$(awk -v r="$ratio" 'BEGIN { if (r > 1.5) print "  over 1.5x" }')
+        printf '%-18s %12.2f %12.2f %7.2fx %9.2fx%s\n' "$from->$to" "$conv" "$base" "$ratio" "$cpu" "$flag"
         if awk -v a="$ratio" -v b="$worst" 'BEGIN { exit !(a > b) }'; then worst=$ratio worstName="$from->$to"; fi
     done
 done
 echo
-echo "slowest: $worstName at ${worst}x the start-up (median of $rounds rounds of $runs runs)"
+printf 'slowest: %s at %.2fx the start-up (median of %d alternating runs)\n' "$worstName" "$worst" "$runs"
