@@ -15,6 +15,15 @@
 #include "model/Cp1252.h"
 #include "model/TextOut.h"
 
+// The generic skip asks the stream for each character several times, each
+// with a check for its end; a set's JSON is a fifth blanks and line breaks.
+template <>
+inline void rapidjson::SkipWhitespace(rapidjson::MemoryStream& is) {
+    const char* p = is.src_;
+    while (p != is.end_ && (*p == ' ' || *p == '\n' || *p == '\r' || *p == '\t')) ++p;
+    is.src_ = p;
+}
+
 namespace shd {
 
 namespace {
@@ -256,8 +265,14 @@ private:
         std::string path;
         for (std::size_t i = 0; i < depth; ++i) {
             const Open& o = open_[i];
-            if (o.frame == Frame::Set || o.frame == Frame::Level) path += "." + std::string(o.slot->key);
-            else path += "[" + std::to_string(o.index) + "]";
+            if (o.frame == Frame::Set || o.frame == Frame::Level) {
+                path += '.';
+                path += o.slot->key;
+            } else {
+                path += '[';
+                path += std::to_string(o.index);
+                path += ']';
+            }
         }
         return path.empty() ? "." : path;
     }
