@@ -222,11 +222,14 @@ public:
     }
     bool Int64(std::int64_t value) { return Value({Scalar::Type::Whole, false, value}); }
     bool Uint64(std::uint64_t value) {
-        if (value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) return Value({Scalar::Type::Huge});
+        constexpr auto kLargest = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+        if (value > kLargest) return Value({Scalar::Type::Huge});
         return Value({Scalar::Type::Whole, false, static_cast<long long>(value)});
     }
     bool Double(double value) { return Value({Scalar::Type::Real, false, 0, value}); }
-    bool String(const char* text, Size length, bool) { return Value({Scalar::Type::String, false, 0, 0, {text, length}}); }
+    bool String(const char* text, Size length, bool) {
+        return Value({Scalar::Type::String, false, 0, 0, {text, length}});
+    }
     bool StartObject();
     bool Key(const char* text, Size length, bool);
     bool EndObject(Size) { return Close(); }

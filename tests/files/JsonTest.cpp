@@ -182,13 +182,16 @@ TEST(JsonReader, RefusesAWrongValueWithItsPlaceAndReason) {
         {"{\"Levels\": [{} {}]}", "byte 15 (line 1, column 16): a comma or ']' is missing"},
         {"{\"Title\": tru}", "byte 13 (line 1, column 14): not a JSON value"},
         {"{\"Title\": \"a}", "byte 13 (line 1, column 14): a string is not closed"},
-        {R"({"Levels": [{"BallY": 1.}]})", "byte 24 (line 1, column 25): a number has no digits after its decimal point"},
+        {R"({"Levels": [{"BallY": 1.}]})",
+         "byte 24 (line 1, column 25): a number has no digits after its decimal point"},
         // Beyond a double's range: named at the number's first byte.
         {R"({"Levels": [{"BallY": 1e400}]})", "byte 22 (line 1, column 23): a number is too large"},
         // The raw bytes of the bad token are not repeated in the message.
         {"{\"Title\": \"a\xFF\"}", ".Title: character 2: is not valid UTF-8"},
-        {"{\"Title\": \"a\tb\"}", "byte 12 (line 1, column 13): a string holds a control character or an unknown escape"},
-        {"{\"Title\": \"\\x\"}", "byte 11 (line 1, column 12): a string holds a control character or an unknown escape"},
+        {"{\"Title\": \"a\tb\"}",
+         "byte 12 (line 1, column 13): a string holds a control character or an unknown escape"},
+        {"{\"Title\": \"\\x\"}",
+         "byte 11 (line 1, column 12): a string holds a control character or an unknown escape"},
         // A zero byte is not the end of the text.
         {std::string("{}\0{}", 5), "byte 2 (line 1, column 3): something follows the end of the JSON value"},
         {"{} {}", "byte 3 (line 1, column 4): something follows the end of the JSON value"},
