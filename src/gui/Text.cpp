@@ -1,34 +1,62 @@
 #include "gui/Text.h"
 
 #include <QFile>
-#include <QStringDecoder>
-#include <QStringEncoder>
+#include <array>
+
+#include "model/Cp1252.h"
 
 namespace shd::gui {
 
 namespace {
-constexpr const char* kCodePage = "Windows-1252";
+// Windows-1252 is Latin-1 but for 0x80 to 0x9F. Converting by table rather
+// than through Qt's converter keeps ICU and its data out of the window's
+// start-up, which shows several texts.
+struct HighBytes {
+    std::array<char16_t, 32> characters{};  // of the bytes 0x80 to 0x9F
+    HighBytes() {
+        for (int b = 0x80; b < 0xA0; ++b) {
+            const char byte = static_cast<char>(b);
+            characters[static_cast<std::size_t>(b - 0x80)] =
+                QString::fromUtf8(Cp1252ToUtf8(std::string_view(&byte, 1))).at(0).unicode();
+        }
+    }
+};
+
+const HighBytes& High() {
+    static const HighBytes high;
+    return high;
 }
 
+char ByteOf(char16_t c) {
+    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<char>(c);
+    const auto& table = High().characters;
+    for (std::size_t i = 0; i < table.size(); ++i)
+        if (table[i] == c) return static_cast<char>(0x80 + i);
+    return '?';
+}
+}  // namespace
+
 QString ToQt(const std::string& bytes) {
-    QStringDecoder decoder(kCodePage);
-    return decoder.decode(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
+    QString text(static_cast<qsizetype>(bytes.size()), Qt::Uninitialized);
+    char16_t* out = reinterpret_cast<char16_t*>(text.data());
+    for (const char c : bytes) {
+        const auto b = static_cast<unsigned char>(c);
+        *out++ = b >= 0x80 && b < 0xA0 ? High().characters[b - 0x80u] : char16_t{b};
+    }
+    return text;
 }
 
 std::string ToBytes(const QString& text) {
-    QStringEncoder encoder(kCodePage, QStringConverter::Flag::Stateless);
-    QByteArray whole = encoder.encode(text);
-    if (!encoder.hasError()) return whole.toStdString();
-    // Some character has no byte: go one character at a time so only that
-    // character turns into "?" (the converter's own substitute is a control byte).
     std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(text.size()));
     for (qsizetype i = 0; i < text.size(); ++i) {
-        const qsizetype length = text.at(i).isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
-        QStringEncoder one(kCodePage, QStringConverter::Flag::Stateless);
-        const QByteArray encoded = one.encode(QStringView(text).mid(i, length));
-        if (one.hasError() || encoded.size() != 1) bytes += '?';
-        else bytes += encoded.at(0);
-        i += length - 1;
+        const QChar c = text.at(i);
+        if (c.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate()) {
+            bytes += '?';  // beyond the Basic Multilingual Plane: one character, one "?"
+            ++i;
+        } else {
+            bytes += ByteOf(c.unicode());
+        }
     }
     return bytes;
 }
