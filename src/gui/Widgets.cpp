@@ -2,9 +2,12 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
+#include <QRegion>
 #include <QStyleOptionFocusRect>
 #include <qdrawutil.h>
+#include <algorithm>
 
 #include "gui/KeyCodes.h"
 
@@ -59,42 +62,75 @@ void PaletteButton::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// ---- PictureCell ----
+// ---- PictureGrid ----
 
-PictureCell::PictureCell(int index, QWidget* parent) : QWidget(parent), index_(index) {
+PictureGrid::PictureGrid(QWidget* parent) : QWidget(parent) {
     // Clicking the grid takes the focus from a text box, so typed digits choose blocks.
     setFocusPolicy(Qt::ClickFocus);
 }
 
-void PictureCell::setPicture(const QPixmap& picture) {
-    if (picture_.cacheKey() == picture.cacheKey()) return;
-    picture_ = picture;
+void PictureGrid::setCells(const std::vector<QRect>& cells) {
+    QRect bounds;
+    for (const QRect& cell : cells) bounds |= cell;
+    const bool same = bounds == geometry() && cells.size() == cells_.size() &&
+                      std::equal(cells.begin(), cells.end(), cells_.begin(),
+                                 [&](const QRect& cell, const Cell& had) { return cell.translated(-bounds.topLeft()) == had.rect; });
+    if (same) return;
+    cells_.resize(cells.size());
+    QRegion covered;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        cells_[i].rect = cells[i].translated(-bounds.topLeft());
+        covered += cells_[i].rect;
+    }
+    setGeometry(bounds);
+    // Where no cell stands, presses belong to what is under the grid.
+    if (covered == QRegion(rect())) clearMask();
+    else setMask(covered);
     update();
 }
 
-void PictureCell::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(rect(), picture_);
+int PictureGrid::cellAt(QPoint position) const {
+    for (std::size_t i = 0; i < cells_.size(); ++i)
+        if (cells_[i].rect.contains(position)) return static_cast<int>(i);
+    return -1;
 }
 
-void PictureCell::mousePressEvent(QMouseEvent* event) {
-    emit pressed(index_, event->button(), event->buttons(), event->globalPosition().toPoint());
+void PictureGrid::setPicture(int index, const QPixmap& picture) {
+    Cell& cell = cells_[static_cast<std::size_t>(index)];
+    if (cell.picture.cacheKey() == picture.cacheKey()) return;
+    cell.picture = picture;
+    update(cell.rect);
+}
+
+void PictureGrid::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    for (const Cell& cell : cells_)
+        if (event->rect().intersects(cell.rect)) painter.drawPixmap(cell.rect, cell.picture);
+}
+
+void PictureGrid::mousePressEvent(QMouseEvent* event) {
+    const int index = cellAt(event->position().toPoint());
+    if (index < 0) {
+        event->ignore();
+        return;
+    }
+    emit pressed(index, event->button(), event->buttons(), event->globalPosition().toPoint());
     event->accept();
 }
 
-void PictureCell::mouseMoveEvent(QMouseEvent* event) {
+void PictureGrid::mouseMoveEvent(QMouseEvent* event) {
     // Without mouse tracking, moves come only while a button is down.
     emit dragged(event->globalPosition().toPoint(), event->buttons());
     event->accept();
 }
 
-void PictureCell::mouseReleaseEvent(QMouseEvent* event) {
-    emit released(index_, event->button());
+void PictureGrid::mouseReleaseEvent(QMouseEvent* event) {
+    emit released(event->button());
     event->accept();
 }
 
-void PictureCell::keyPressEvent(QKeyEvent* event) {
+void PictureGrid::keyPressEvent(QKeyEvent* event) {
     if (const int code = PaletteCodeOfKey(*event); code >= 0) emit codeTyped(code);
     else emit keyDown(VirtualKey(*event));
     event->accept();

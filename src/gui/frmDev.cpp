@@ -131,6 +131,7 @@ frmDev::frmDev(Prompts* prompts, std::optional<ScreenMetrics> metrics, QWidget* 
     editor_.SetStepSink(steps_.get());
 
     BuildControls();
+    BuildGrid();
     BuildMenus();
     BuildStatusBar();
     std::vector<std::pair<QString, int>> captions;
@@ -201,6 +202,18 @@ void frmDev::BuildControls() {
         if (!syncing_) Run([&] { editor_.cmbExLife_Changed(ToBytes(text)); });
     });
     for (QLineEdit* box : {txtTitle_, txtBallx_, txtBally_}) box->installEventFilter(this);
+}
+
+// Made after the controls, so it stands above any of them it overlaps on a small screen.
+void frmDev::BuildGrid() {
+    grid_ = new PictureGrid(background_);
+    grid_->setObjectName(QStringLiteral("pctBox"));
+    connect(grid_, &PictureGrid::pressed, this, &frmDev::CellPressed);
+    connect(grid_, &PictureGrid::dragged, this, &frmDev::CellDragged);
+    connect(grid_, &PictureGrid::released, this, &frmDev::CellReleased);
+    connect(grid_, &PictureGrid::codeTyped, this, &frmDev::ChooseTypedCode);
+    // Any other key acts as on the palette, so Left and Right still step after painting.
+    connect(grid_, &PictureGrid::keyDown, this, [this](int key) { Run([&] { editor_.optBlocks_KeyDown(key); }, true); });
 }
 
 QMenu* frmDev::AddMenu(QWidget* parent, const char* caption, const char* name) {
@@ -369,29 +382,19 @@ void frmDev::Sync(bool focusPalette) {
 void frmDev::SyncGrid() {
     const WindowState& ui = editor_.ui();
     const std::size_t count = ui.gridCells.size();
-    while (cells_.size() > count) {
-        delete cells_.back();
-        cells_.pop_back();
-    }
-    while (cells_.size() < count) {
-        auto* cell = new PictureCell(static_cast<int>(cells_.size()), background_);
-        cell->setObjectName(QStringLiteral("pctBox%1").arg(cells_.size()));
-        connect(cell, &PictureCell::pressed, this, &frmDev::CellPressed);
-        connect(cell, &PictureCell::dragged, this, &frmDev::CellDragged);
-        connect(cell, &PictureCell::released, this, [this](int, Qt::MouseButton button) { CellReleased(button); });
-        connect(cell, &PictureCell::codeTyped, this, &frmDev::ChooseTypedCode);
-        // Any other key acts as on the palette, so Left and Right still step after painting.
-        connect(cell, &PictureCell::keyDown, this,
-                [this](int key) { Run([&] { editor_.optBlocks_KeyDown(key); }, true); });
-        cell->show();
-        cells_.push_back(cell);
-    }
+    std::vector<QRect> cells;
+    cells.reserve(count);
+    for (const TwipRect& cell : ui.gridCells) cells.push_back(metrics_.Rect(cell));
+    grid_->setCells(cells);
     for (std::size_t i = 0; i < count; ++i) {
-        cells_[i]->setGeometry(metrics_.Rect(ui.gridCells[i]));
         const int code = i < ui.shownPictures.size() ? ui.shownPictures[i] : 0;
-        cells_[i]->setPicture(pictures_.Of(code));
+        grid_->setPicture(static_cast<int>(i), pictures_.Of(code));
     }
 }
+
+int frmDev::cellCount() const { return grid_->count(); }
+
+QRect frmDev::cellGeometry(int index) const { return grid_->cellRect(index).translated(grid_->pos()); }
 
 void frmDev::SyncTexts() {
     const WindowState& ui = editor_.ui();
@@ -486,10 +489,7 @@ void frmDev::CloseStroke() {
     editor_.EndStroke();
 }
 
-int frmDev::CellAt(QPoint backgroundPosition) const {
-    const auto* cell = qobject_cast<const PictureCell*>(background_->childAt(backgroundPosition));
-    return cell ? cell->index() : -1;
-}
+int frmDev::CellAt(QPoint backgroundPosition) const { return grid_->cellAt(backgroundPosition - grid_->pos()); }
 
 // ---- keys and closing ----
 

@@ -28,7 +28,7 @@ namespace shd::gui {
 
 class Background;
 class PaletteButton;
-class PictureCell;
+class PictureGrid;
 
 // Where "info.ini" lives: beside the program, or in the user's configuration
 // folder when the program's folder cannot be written.
@@ -51,8 +51,11 @@ public:
     const BlockPictures& pictures() const { return pictures_; }
 
     PaletteButton* paletteButton(int code) const { return palette_[static_cast<std::size_t>(code)]; }
-    int cellCount() const { return static_cast<int>(cells_.size()); }
-    PictureCell* cell(int index) const { return cells_[static_cast<std::size_t>(index)]; }
+    // The grid cells pctBox 0 to cellCount() - 1, drawn by one widget.
+    PictureGrid* grid() const { return grid_; }
+    int cellCount() const;
+    // Where a cell stands on the window's client area, as a control of its own would.
+    QRect cellGeometry(int index) const;
     QMenu* trickyMenu() const { return mnuTrickey_; }
     QUndoStack* undoStack() const { return undoStack_; }
 
@@ -65,6 +68,7 @@ protected:
 
 private:
     void BuildControls();
+    void BuildGrid();
     void BuildMenus();
     void BuildStatusBar();
     QMenu* AddMenu(QWidget* parent, const char* caption, const char* name);
@@ -115,7 +119,7 @@ private:
 
     Background* background_ = nullptr;
     std::array<PaletteButton*, 16> palette_{};
-    std::vector<PictureCell*> cells_;
+    PictureGrid* grid_ = nullptr;
     QLabel* lblTitle_ = nullptr;
     QLineEdit* txtTitle_ = nullptr;
     QLabel* lblLevel_ = nullptr;

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
 #include <QPushButton>
 
 #include "GuiFixture.h"
@@ -41,10 +42,10 @@ TEST_F(WindowTest, NewSetsShowTheirGridControlsAndPaletteByKind) {
         if (c.menu) Trigger(c.menu);
         ASSERT_EQ(window->cellCount(), c.cells);
         for (int i = 0; i < c.cells; ++i) EXPECT_TRUE(CellShows(i, 0)) << i;
-        EXPECT_EQ(window->cell(0)->geometry(), c.cell0);
+        EXPECT_EQ(window->cellGeometry(0), c.cell0);
         EXPECT_EQ(window->paletteButton(0)->geometry(), c.palette0);
         EXPECT_EQ(window->paletteButton(15)->geometry(), c.palette15);
-        EXPECT_EQ(window->cell(c.cells - 1)->geometry().bottomRight(), c.lastCell);
+        EXPECT_EQ(window->cellGeometry(c.cells - 1).bottomRight(), c.lastCell);
         const QImage file7(QDir(AssetsFolder()).filePath(QString::fromLatin1(c.file7)));
         EXPECT_EQ(window->paletteButton(7)->picture().toImage().convertToFormat(QImage::Format_ARGB32),
                   file7.convertToFormat(QImage::Format_ARGB32));
@@ -56,7 +57,9 @@ TEST_F(WindowTest, NewSetsShowTheirGridControlsAndPaletteByKind) {
         EXPECT_EQ(Find<QLineEdit>("txtTitle")->text(), QStringLiteral("Please Add a Title"));
         EXPECT_EQ(LevelList(), QStringLiteral("Level 1 / Level 1"));
     }
-    EXPECT_EQ(window->cell(79)->objectName(), QStringLiteral("pctBox79"));
+    // The cells pctBox 0 to 79 are drawn by one widget on the client area.
+    EXPECT_EQ(Grid()->objectName(), QStringLiteral("pctBox"));
+    EXPECT_EQ(Grid()->parentWidget(), window->centralWidget());
 }
 
 TEST_F(WindowTest, ControlsHaveTheirCaptionsNamesListsAndFitThemOnLightGrey) {
@@ -134,31 +137,79 @@ TEST_F(WindowTest, ControlsStandAtTheirTwipPositions) {
     // 96 DPI: 15 twips to a pixel; edges are rounded, sizes follow from them.
     const std::pair<const char*, QRect> at96[] = {
         {"lblTitle", {141, 72, 144, 17}},  {"txtTitle", {141, 104, 144, 19}}, {"cmdLoseLev", {379, 104, 74, 25}},
-        {"cmbExLife", {48, 312, 121, 21}}, {"txtBally", {632, 312, 89, 21}},
-        {"pctBox9", {392, 279, 40, 29}}};  // cell 9 at 5880, 4180
+        {"cmbExLife", {48, 312, 121, 21}}, {"txtBally", {632, 312, 89, 21}}};
     for (const auto& [name, rect] : at96) EXPECT_EQ(Find(name)->geometry(), rect) << name;
+    EXPECT_EQ(window->cellGeometry(9), QRect(392, 279, 40, 29));  // cell 9 at 5880, 4180
 
     // 120 DPI: 12 twips to a pixel, on a 15360 x 12288 twip screen, so the grid starts at 5280, 4119.
     Open(ScreenMetrics{120, 120, QSize(1280, 1024)}, AssetsFolder());
     EXPECT_EQ(Find("lblTitle")->geometry(), QRect(176, 90, 180, 21));
     EXPECT_EQ(window->paletteButton(1)->geometry(), QRect(151, 20, 52, 37));  // 1815..2430 twips
-    EXPECT_EQ(window->cell(0)->geometry().topLeft(), QPoint(440, 343));
+    EXPECT_EQ(window->cellGeometry(0).topLeft(), QPoint(440, 343));
+}
+
+TEST_F(WindowTest, EachCellTakesTheClicksOnItsOwnPixelsAndShowsItsPictureThere) {
+    Trigger("mnuNewTil");  // no debugger, so cells can be clicked freely
+    // Tiltbash cells are 44 x 29 or 30 pixels; the grid widget covers them all, seamlessly.
+    const QRect cell9 = window->cellGeometry(9);
+    ASSERT_EQ(cell9, QRect(380, 308, 44, 30));
+    EXPECT_EQ(Grid()->geometry(), window->cellGeometry(0) | window->cellGeometry(63));
+    for (int i = 0; i < 64; ++i) {
+        if (i % 8) {
+            EXPECT_EQ(window->cellGeometry(i).left(), window->cellGeometry(i - 1).right() + 1) << i;
+        }
+        if (i >= 8) {
+            EXPECT_EQ(window->cellGeometry(i).top(), window->cellGeometry(i - 8).bottom() + 1) << i;
+        }
+    }
+    // The corner pixels of cell 9 are cell 9's; the next pixel over is the next cell's.
+    const QPoint origin = Grid()->pos();
+    auto clickAt = [&](QPoint onClientArea) {
+        QTest::mouseClick(Grid(), Qt::LeftButton, {}, onClientArea - origin);
+    };
+    Choose(3);
+    clickAt(cell9.topLeft());
+    Choose(4);
+    clickAt(cell9.bottomRight());
+    EXPECT_EQ(Codes(8, 10), "040");
+    clickAt(cell9.topRight() + QPoint(1, 0));
+    clickAt(cell9.bottomLeft() + QPoint(0, 1));
+    EXPECT_EQ(CellCode(10), 4);
+    EXPECT_EQ(CellCode(17), 4);
+    EXPECT_EQ(Codes(0, 8) + Codes(11, 16), std::string(15, '0'));
+
+    // On screen each cell shows its picture scaled to the cell, and only there;
+    // the background shows through where a picture is clear.
+    const QImage shot = window->centralWidget()->grab().toImage().convertToFormat(QImage::Format_ARGB32);
+    auto drawn = [&](int code, QSize size) {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(QColor(192, 192, 192));
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawPixmap(image.rect(), window->paletteButton(code)->picture());
+        painter.end();
+        return image.convertToFormat(QImage::Format_ARGB32);
+    };
+    for (const auto& [cell, code] : {std::pair{9, 4}, {10, 4}, {17, 4}, {8, 0}, {18, 0}, {63, 0}}) {
+        const QRect at = window->cellGeometry(cell);
+        EXPECT_EQ(shot.copy(at), drawn(code, at.size())) << cell;
+    }
 }
 
 TEST_F(WindowTest, PaintingASpottedShardleAsksAtOnceAtTheReleaseOfThePressingButton) {
     Choose(2);
-    QTest::mousePress(window->cell(21), Qt::LeftButton);
+    PressCell(21, Qt::LeftButton);
     EXPECT_EQ(CellCode(21), 2);  // painted on the press, and nothing asked yet
     EXPECT_TRUE(CellShows(21, 2));
-    QTest::mouseRelease(window->cell(21), Qt::RightButton);  // another button: the stroke goes on
+    ReleaseCell(21, Qt::RightButton);  // another button: the stroke goes on
     prompts.ExpectYesNo(kSpottedQuestion, false).Then([&] { EXPECT_TRUE(CellShows(21, 2)); });
     // A release reported elsewhere without a move in between paints nothing more.
-    QTest::mouseRelease(window->cell(5), Qt::LeftButton);
+    ReleaseCell(5, Qt::LeftButton);
     EXPECT_TRUE(prompts.done());
     EXPECT_EQ(CellCode(5), 0);
     EXPECT_EQ(set().Record(1).SpottedCount, 1);
     // The right button erases; with no spotted shardle left the debugger has nothing to ask.
-    Click(window->cell(21), Qt::RightButton);
+    ClickCell(21, Qt::RightButton);
     EXPECT_EQ(CellCode(21), 0);
     EXPECT_TRUE(CellShows(21, 0));
     EXPECT_EQ(set().Record(1).SpottedCount, 0);
@@ -302,7 +353,7 @@ TEST_F(WindowTest, PicturesAreReadOncePerLayoutAndMissingOnesAreDrawnWithoutAWor
     for (int code = 0; code < 16; ++code) EXPECT_FALSE(window->pictures().IsDrawnTile(code)) << code;
     const qint64 before = window->paletteButton(3)->picture().cacheKey();
     Choose(1);
-    Click(window->cell(0));
+    ClickCell(0);
     EXPECT_EQ(window->paletteButton(3)->picture().cacheKey(), before);
     Trigger("mnuNewShd");
     EXPECT_NE(window->paletteButton(3)->picture().cacheKey(), before);

@@ -77,7 +77,7 @@ protected:
 
     // The cell's picture is the very pixmap of a palette button.
     bool CellShows(int cell, int code) const {
-        return window->cell(cell)->picture().cacheKey() == window->paletteButton(code)->picture().cacheKey();
+        return Grid()->picture(cell).cacheKey() == window->paletteButton(code)->picture().cacheKey();
     }
 
     void Click(QWidget* widget, Qt::MouseButton button = Qt::LeftButton) {
@@ -86,17 +86,27 @@ protected:
     }
     void Choose(int code) { Click(window->paletteButton(code)); }
 
+    // The grid's cells are drawn by one widget, which takes the mouse and the
+    // keys for all of them; a cell is addressed by a point inside it.
+    PictureGrid* Grid() const { return window->grid(); }
+    QPoint Centre(int cell) const { return Grid()->cellRect(cell).center(); }
+    void PressCell(int cell, Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mousePress(Grid(), button, {}, Centre(cell));
+    }
+    void ReleaseCell(int cell, Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseRelease(Grid(), button, {}, Centre(cell));
+    }
+    void ClickCell(int cell, Qt::MouseButton button = Qt::LeftButton) {
+        PressCell(cell, button);
+        ReleaseCell(cell, button);
+    }
+
     // A drag as Qt reports it: once pressed, every move and the release go to
-    // the cell where the press began, wherever the pointer is.
+    // the grid, wherever the pointer is.
     void Drag(const std::vector<int>& cells, Qt::MouseButton button = Qt::LeftButton) {
-        PictureCell* pressed = window->cell(cells.front());
-        auto centre = [&](int index) {
-            const PictureCell* to = window->cell(index);
-            return pressed->mapFromGlobal(to->mapToGlobal(to->rect().center()));
-        };
-        QTest::mousePress(pressed, button);
-        for (std::size_t k = 1; k < cells.size(); ++k) QTest::mouseMove(pressed, centre(cells[k]));
-        QTest::mouseRelease(pressed, button, {}, centre(cells.back()));
+        PressCell(cells.front(), button);
+        for (std::size_t k = 1; k < cells.size(); ++k) QTest::mouseMove(Grid(), Centre(cells[k]));
+        ReleaseCell(cells.back(), button);
     }
 
     // A list's entries and its shown text, as "Level 1,Level 2 / Level 2".

@@ -27,8 +27,8 @@ TEST_F(WindowTest, KeysOnThePaletteAndTheGridChooseBlocksAndTheFocusFollows) {
         SCOPED_TRACE(testing::Message() << s.focus << " " << QKeySequence(s.key).toString().toStdString());
         QWidget* target = Focused();
         if (s.focus >= 100) {
-            target = window->cell(s.focus - 100);
-            Click(target);  // painting it with the block chosen before
+            target = Grid();
+            ClickCell(s.focus - 100);  // painting it with the block chosen before
             ASSERT_EQ(Focused(), target);
         } else if (s.focus >= 0) {
             target = window->paletteButton(s.focus);
@@ -40,7 +40,7 @@ TEST_F(WindowTest, KeysOnThePaletteAndTheGridChooseBlocksAndTheFocusFollows) {
         EXPECT_TRUE(window->paletteButton(s.chosen)->isChecked());
     }
     EXPECT_EQ(CellCode(30), 2);  // clicked after 2 was typed on the grid
-    Click(window->cell(4));
+    ClickCell(4);
     EXPECT_EQ(CellCode(4), 9);
 }
 
@@ -49,13 +49,13 @@ TEST_F(WindowTest, TheStatusBarShowsTheLevelAndItsLiveBlockCount) {
     EXPECT_EQ(Text("statusBlocks"), QStringLiteral("Blocks: 0"));
     EXPECT_EQ(Text("statusLine"), QString());
     Choose(1);
-    Click(window->cell(0));
-    Click(window->cell(1));
+    ClickCell(0);
+    ClickCell(1);
     EXPECT_EQ(Text("statusBlocks"), QStringLiteral("Blocks: 2"));
     // A spotted shardle counts until the debugger's Yes marks spotted unused.
     Choose(2);
     prompts.ExpectYesNo(kSpottedQuestion, true).Then([&] { EXPECT_EQ(Text("statusBlocks"), QStringLiteral("Blocks: 3")); });
-    Click(window->cell(2));
+    ClickCell(2);
     EXPECT_EQ(Text("statusBlocks"), QStringLiteral("Blocks: 2"));
 
     Click(Find("cmdAddLev"));
@@ -71,11 +71,12 @@ TEST_F(WindowTest, CtrlSSavesAndCtrlOOpensAMyFileAndOneThatStoppedPartwaySaysWhe
     Trigger("mnuNewTil");  // a Tiltbash set needs no last block to be saved
     Click(Find("cmdAddLev"));
     Choose(1);
-    Click(window->cell(3));
+    ClickCell(3);
     const QString path = temp.filePath(QStringLiteral("cut.rsx"));
     prompts.ExpectSave(GetFormat(FormatId::MyFile).saveFilter, PathBytes(path));
     prompts.ExpectMessage("Saved Succesfully!");
-    QTest::keyClick(window->cell(3), Qt::Key_S, Qt::ControlModifier);
+    ASSERT_EQ(Focused(), Grid());
+    QTest::keyClick(Grid(), Qt::Key_S, Qt::ControlModifier);
     ASSERT_TRUE(prompts.done());
     // Keep the first five lines: the second level is missing.
     QFile file(path);
@@ -86,11 +87,12 @@ TEST_F(WindowTest, CtrlSSavesAndCtrlOOpensAMyFileAndOneThatStoppedPartwaySaysWhe
     for (int line = 0; line < 5; ++line) file.write(lines[line] + '\n');
     file.close();
 
-    Click(window->cell(10));
+    ClickCell(10);
     ASSERT_TRUE(Action("mnuUndo")->isEnabled());
     // No message: the read stops quietly, and the status bar says where.
     prompts.ExpectOpen(GetFormat(FormatId::MyFile).openFilter, PathBytes(path));
-    QTest::keyClick(window->cell(10), Qt::Key_O, Qt::ControlModifier);
+    ASSERT_EQ(Focused(), Grid());
+    QTest::keyClick(Grid(), Qt::Key_O, Qt::ControlModifier);
     ASSERT_TRUE(prompts.done());
     ASSERT_FALSE(ui().status.empty());
     EXPECT_TRUE(Text("statusLine").startsWith(QStringLiteral("Stopped reading cut.rsx at line ")));

@@ -98,7 +98,7 @@ TEST_F(UndoTest, AQuickDragPaintsTheCellsBetweenAndTheRightButtonErasesAlongItsS
 TEST_F(UndoTest, TheMiddleButtonOnlyRunsTheDebuggerAndAYesBelongsToTheStrokeThatCausedIt) {
     Choose(2);
     prompts.ExpectYesNo(kSpottedQuestion, false);
-    Click(window->cell(0));
+    ClickCell(0);
     prompts.ExpectYesNo(kSpottedQuestion, false);
     Drag({1, 2, 3}, Qt::MiddleButton);
     EXPECT_EQ(Codes(0, 3), "2000");
@@ -133,8 +133,8 @@ TEST_F(UndoTest, TheEditEntriesCarryThePlatformsShortcutsAndCtrlZUndoesFromTheGr
     Choose(3);
     Drag({20, 21, 22});
     Drag({30, 31});
-    ASSERT_EQ(Focused(), window->cell(30));
-    QTest::keyClick(window->cell(30), Qt::Key_Z, Qt::ControlModifier);
+    ASSERT_EQ(Focused(), Grid());
+    QTest::keyClick(Grid(), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(Codes(20, 31), "333000000000");
     EXPECT_TRUE(CanRedo());
 }

@@ -93,7 +93,7 @@ protected:
     void Paint(int code, std::initializer_list<int> cells) {
         Choose(code);
         ASSERT_EQ(ui().SelectedBlock, code);
-        for (int cell : cells) Click(window->cell(cell));
+        for (int cell : cells) ClickCell(cell);
     }
 
     void Type(const char* box, const char* text) {
@@ -214,7 +214,7 @@ TEST_F(UserStory, ATiltbashSetThenAShardlesSetSavedInEveryFormAndOpenedBackFromE
     Paint(6, {12});
     Choose(2);
     prompts.ExpectYesNo(kSpottedQuestion, true).Then([&] { EXPECT_TRUE(CellShows(20, 2)); });
-    Click(window->cell(20));
+    ClickCell(20);
     ASSERT_TRUE(prompts.done());
     EXPECT_TRUE(set().Record(1).SpottedUnused);
     EXPECT_TRUE(Action("mnuSpot")->isChecked());
