@@ -40,20 +40,48 @@ std::optional<MouseButton> ButtonOf(Qt::MouseButton button) {
     }
 }
 
-QLabel* MakeLabel(QWidget* parent, const char* name, const char* caption, const ScreenMetrics& m, TwipRect place) {
+// A caption of the client area and where its control stands.
+struct Caption {
+    const char* name;
+    const char* text;
+    TwipRect place;
+};
+constexpr Caption kLblTitle{"lblTitle", "&Level Name", {2115, 1080, 2160, 255}};
+constexpr Caption kLblLevel{"lblLevel", "Number of Levels: 255", {4680, 1080, 2115, 255}};  // its widest text
+constexpr Caption kLblLevels{"lblLevels", "Current Level/Change Level", {7320, 1080, 2295, 255}};
+constexpr Caption kLblBonus{"lblBonus", "&Bonus Clock start number", {720, 2640, 1815, 255}};
+constexpr Caption kLblExLife{"lblExLife", "&Extra Life Point Number:", {720, 4200, 1815, 255}};
+constexpr Caption kLblBallx{"lblBallx", "Ball starts to the &right:", {9360, 2640, 1575, 255}};
+constexpr Caption kLblBally{"lblBally", "Ball starts &down:", {9480, 4200, 1335, 255}};
+constexpr Caption kCmdAddLev{"cmdAddLev", "Add a Level", {4680, 1560, 1000, 375}};
+constexpr Caption kCmdLoseLev{"cmdLoseLev", "Lose a  Level", {5680, 1560, 1115, 375}};
+constexpr Caption kLabels[] = {kLblTitle, kLblLevel, kLblLevels, kLblBonus, kLblExLife, kLblBallx, kLblBally};
+constexpr Caption kButtons[] = {kCmdAddLev, kCmdLoseLev};
+
+QLabel* MakeLabel(QWidget* parent, const Caption& caption, const ScreenMetrics& m) {
     auto* label = new QLabel(parent);
-    label->setObjectName(QString::fromLatin1(name));
+    label->setObjectName(QString::fromLatin1(caption.name));
     label->setTextFormat(Qt::PlainText);
-    label->setText(QString::fromLatin1(caption));
-    label->setGeometry(m.Rect(place));
+    label->setText(QString::fromLatin1(caption.text));
+    label->setGeometry(m.Rect(caption.place));
     return label;
+}
+
+QPushButton* MakeButton(QWidget* parent, const Caption& caption, const ScreenMetrics& m) {
+    auto* button = new QPushButton(QString::fromLatin1(caption.text), parent);
+    button->setObjectName(QString::fromLatin1(caption.name));
+    button->setGeometry(m.Rect(caption.place));
+    return button;
 }
 
 QComboBox* MakeCombo(QWidget* parent, const char* name, const QStringList& items, const ScreenMetrics& m,
                      TwipRect place) {
     auto* combo = new QComboBox(parent);
     combo->setObjectName(QString::fromLatin1(name));
-    combo->setEditable(true);
+    // Editable by giving it its line edit: setEditable(true) would also build
+    // the drop-down list at once, which the combo box otherwise builds when
+    // it first drops down.
+    combo->setLineEdit(new QLineEdit(combo));
     // Typed text is the setting itself; it never becomes a list entry.
     combo->setInsertPolicy(QComboBox::NoInsert);
     combo->addItems(items);
@@ -72,7 +100,12 @@ QLineEdit* MakeTextBox(QWidget* parent, const char* name, const char* text, cons
 // The captions stand in controls sized for a small, narrow sans serif: take
 // the desktop's sans serif narrowed, at 8 points or as much less as it takes
 // for every caption to fit.
-QFont FittingFont(const ScreenMetrics& m, const std::vector<std::pair<QString, int>>& captions) {
+QFont FittingFont(const ScreenMetrics& m) {
+    std::vector<std::pair<QString, int>> captions;
+    for (const Caption& label : kLabels)
+        captions.emplace_back(QString::fromLatin1(label.text).remove(QLatin1Char('&')), m.Rect(label.place).width());
+    for (const Caption& button : kButtons)
+        captions.emplace_back(QString::fromLatin1(button.text), m.Rect(button.place).width() - 2 * kButtonPadding);
     QFont font = QApplication::font();
     font.setStretch(QFont::Condensed);
     const int largest = std::max(8, m.Y(160));  // 8 points
@@ -120,8 +153,12 @@ frmDev::frmDev(Prompts* prompts, std::optional<ScreenMetrics> metrics, QWidget* 
     grey.setColor(QPalette::Window, kGrey);
     setPalette(grey);
 
+    // The window's own grey shows through the client area: filling it again
+    // would go over the whole screen a second time.
     background_ = new Background(this);
-    background_->setAutoFillBackground(true);
+    // Given before the controls are made, so they take it as they are made
+    // rather than each redoing its text for a change of font.
+    background_->setFont(FittingFont(metrics_));
     setCentralWidget(background_);
     connect(background_, &Background::pressed, this, &frmDev::BackgroundPressed);
 
@@ -134,12 +171,6 @@ frmDev::frmDev(Prompts* prompts, std::optional<ScreenMetrics> metrics, QWidget* 
     BuildGrid();
     BuildMenus();
     BuildStatusBar();
-    std::vector<std::pair<QString, int>> captions;
-    for (QLabel* label : background_->findChildren<QLabel*>())
-        captions.emplace_back(QString(label->text()).remove(QLatin1Char('&')), label->width());
-    for (QPushButton* button : {cmdAddLev_, cmdLoseLev_})
-        captions.emplace_back(button->text(), button->width() - 2 * kButtonPadding);
-    background_->setFont(FittingFont(metrics_, captions));
     Sync(false);
 }
 
@@ -160,32 +191,28 @@ void frmDev::BuildControls() {
         palette_[static_cast<std::size_t>(code)] = button;
     }
 
-    lblTitle_ = MakeLabel(background_, "lblTitle", "&Level Name", m, {2115, 1080, 2160, 255});
+    lblTitle_ = MakeLabel(background_, kLblTitle, m);
     txtTitle_ = MakeTextBox(background_, "txtTitle", "Please Add a title", m, {2115, 1560, 2160, 285});
     lblTitle_->setBuddy(txtTitle_);
-    lblLevel_ = MakeLabel(background_, "lblLevel", "Number of Levels: 255", m, {4680, 1080, 2115, 255});
-    cmdAddLev_ = new QPushButton(QStringLiteral("Add a Level"), background_);
-    cmdAddLev_->setObjectName(QStringLiteral("cmdAddLev"));
-    cmdAddLev_->setGeometry(m.Rect(4680, 1560, 1000, 375));
-    cmdLoseLev_ = new QPushButton(QStringLiteral("Lose a  Level"), background_);
-    cmdLoseLev_->setObjectName(QStringLiteral("cmdLoseLev"));
-    cmdLoseLev_->setGeometry(m.Rect(5680, 1560, 1115, 375));
-    lblLevels_ = MakeLabel(background_, "lblLevels", "Current Level/Change Level", m, {7320, 1080, 2295, 255});
+    lblLevel_ = MakeLabel(background_, kLblLevel, m);
+    cmdAddLev_ = MakeButton(background_, kCmdAddLev, m);
+    cmdLoseLev_ = MakeButton(background_, kCmdLoseLev, m);
+    lblLevels_ = MakeLabel(background_, kLblLevels, m);
     cmbLevels_ = MakeCombo(background_, "cmbLevels", {QStringLiteral("Level 1")}, m, {7320, 1560, 2295, 315});
-    lblBonus_ = MakeLabel(background_, "lblBonus", "&Bonus Clock start number", m, {720, 2640, 1815, 255});
+    lblBonus_ = MakeLabel(background_, kLblBonus, m);
     cmbBonus_ = MakeCombo(background_, "cmbBonus",
                           {QStringLiteral("30"), QStringLiteral("60"), QStringLiteral("90"), QStringLiteral("120")},
                           m, {720, 3120, 1815, 315});
     lblBonus_->setBuddy(cmbBonus_);
-    lblExLife_ = MakeLabel(background_, "lblExLife", "&Extra Life Point Number:", m, {720, 4200, 1815, 255});
+    lblExLife_ = MakeLabel(background_, kLblExLife, m);
     QStringList points;
     for (int p = 100; p <= 800; p += 100) points << QString::number(p);
     cmbExLife_ = MakeCombo(background_, "cmbExLife", points, m, {720, 4680, 1815, 315});
     lblExLife_->setBuddy(cmbExLife_);
-    lblBallx_ = MakeLabel(background_, "lblBallx", "Ball starts to the &right:", m, {9360, 2640, 1575, 255});
+    lblBallx_ = MakeLabel(background_, kLblBallx, m);
     txtBallx_ = MakeTextBox(background_, "txtBallx", "", m, {9480, 3120, 1335, 315});
     lblBallx_->setBuddy(txtBallx_);
-    lblBally_ = MakeLabel(background_, "lblBally", "Ball starts &down:", m, {9480, 4200, 1335, 255});
+    lblBally_ = MakeLabel(background_, kLblBally, m);
     txtBally_ = MakeTextBox(background_, "txtBally", "", m, {9480, 4680, 1335, 315});
     lblBally_->setBuddy(txtBally_);
 
