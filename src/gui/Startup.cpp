@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QScreen>
 
+#include "gui/EditorStyle.h"
 #include "gui/frmDev.h"
 
 namespace shd::gui {
@@ -10,6 +11,7 @@ namespace shd::gui {
 int RunEditor(int& argc, char** argv, const std::function<void(frmDev&)>& started) {
     QApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("shardles-editor"));
+    QApplication::setStyle(new EditorStyle(QApplication::style()));
 
     // The block pictures and "info.ini" live beside the program.
     const QString folder = QCoreApplication::applicationDirPath();

@@ -1,14 +1,17 @@
 // The pieces under the windows: text conversion, dialog filters, the settings
-// path and the block pictures.
+// path, the block pictures and the application's style.
 #include <gtest/gtest.h>
 
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QStyleFactory>
+#include <QStyleOption>
 #include <QTemporaryDir>
 
 #include "editor/Layout.h"
 #include "gui/BlockPictures.h"
+#include "gui/EditorStyle.h"
 #include "gui/QtPrompts.h"
 #include "gui/Text.h"
 #include "gui/frmDev.h"
@@ -80,6 +83,34 @@ TEST(BlockPicturesTest, AnUnreadableFileIsReplacedByItsDrawnTileAndOtherCodesByA
     EXPECT_EQ(pictures.Of(kUnknownPicture).toImage(), unknown);
     EXPECT_EQ(pictures.Of(16).toImage(), unknown);
     for (int code = 0; code < 16; ++code) EXPECT_NE(pictures.Of(code).toImage(), unknown) << code;
+}
+
+TEST(EditorStyleTest, TheExtensionArrowsAreTheBaseStylesOwnAndOtherIconsPassThrough) {
+    EditorStyle style(QStyleFactory::create(QStringLiteral("Fusion")));
+    QStyle* base = style.baseStyle();
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        QStyleOption option;
+        option.direction = direction;
+        for (const QStyle::StandardPixmap which :
+             {QStyle::SP_ToolBarHorizontalExtensionButton, QStyle::SP_ToolBarVerticalExtensionButton,
+              QStyle::SP_MessageBoxQuestion}) {
+            const QIcon mine = style.standardIcon(which, &option);
+            const QIcon theirs = base->standardIcon(which, &option);
+            EXPECT_FALSE(mine.isNull()) << which;
+            EXPECT_EQ(mine.availableSizes(), theirs.availableSizes()) << which;
+            for (const int size : {12, 16, 32}) {
+                EXPECT_EQ(mine.actualSize(QSize(size, size)), theirs.actualSize(QSize(size, size))) << which;
+                EXPECT_EQ(mine.pixmap(size).toImage(), theirs.pixmap(size).toImage()) << which << " " << size;
+                EXPECT_EQ(mine.pixmap(size, QIcon::Disabled).toImage(), theirs.pixmap(size, QIcon::Disabled).toImage())
+                    << which << " " << size;
+            }
+        }
+    }
+    // The arrows differ by direction, so the direction is kept.
+    QStyleOption rightToLeft;
+    rightToLeft.direction = Qt::RightToLeft;
+    EXPECT_NE(style.standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton).pixmap(16).toImage(),
+              style.standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton, &rightToLeft).pixmap(16).toImage());
 }
 
 }  // namespace
