@@ -1,6 +1,5 @@
 #include "gui/Gif.h"
 
-#include <array>
 #include <cstdint>
 #include <cstring>
 #include <vector>
@@ -45,16 +44,23 @@ bool GatherData(Reader& in, std::vector<std::uint8_t>& out) {
     }
 }
 
-// Decodes exactly `count` colour indices; false on anything out of order.
-bool Decompress(const std::vector<std::uint8_t>& data, int minimumCodeSize, int colours, std::vector<std::uint8_t>& out,
+// Decodes exactly `count` colour indices into `out`; false on anything out of order.
+bool Decompress(const std::vector<std::uint8_t>& data, int minimumCodeSize, int colours, std::uint8_t* out,
                 std::size_t count) {
     const int clear = 1 << minimumCodeSize;
     const int end = clear + 1;
-    std::array<std::uint16_t, kMaxCodes> prefix{};
-    std::array<std::uint8_t, kMaxCodes> suffix{};
-    std::array<std::uint8_t, kMaxCodes> first{};  // each code's first index
-    std::array<std::uint8_t, kMaxCodes> stack{};
-    for (int c = 0; c < clear; ++c) suffix[static_cast<std::size_t>(c)] = first[static_cast<std::size_t>(c)] = static_cast<std::uint8_t>(c);
+    // Each code's string is its prefix code's string and one more index.
+    // Only codes below `next` are ever read, so the rest is left as it is.
+    struct Table {
+        std::uint16_t prefix[kMaxCodes];
+        std::uint16_t length[kMaxCodes];
+        std::uint8_t suffix[kMaxCodes];
+        std::uint8_t first[kMaxCodes];
+    } table;
+    for (int c = 0; c < clear; ++c) {
+        table.suffix[c] = table.first[c] = static_cast<std::uint8_t>(c);
+        table.length[c] = 1;
+    }
 
     int codeSize = minimumCodeSize + 1;
     int next = clear + 2;
@@ -62,8 +68,7 @@ bool Decompress(const std::vector<std::uint8_t>& data, int minimumCodeSize, int 
     std::uint32_t bits = 0;
     int bitCount = 0;
     std::size_t byte = 0;
-    out.clear();
-    out.reserve(count);
+    std::size_t written = 0;
     for (;;) {
         while (bitCount < codeSize) {
             if (byte == data.size()) return false;  // no end code
@@ -80,32 +85,34 @@ bool Decompress(const std::vector<std::uint8_t>& data, int minimumCodeSize, int 
             previous = -1;
             continue;
         }
-        if (code == end) return out.size() == count;
-        if (code > next || (code == next && previous < 0) || (code == next && next == kMaxCodes)) return false;
+        if (code == end) return written == count;
+        // Every index of every string came in as a code of its own, so
+        // checking those checks them all.
+        if (code < clear && code >= colours) return false;
+        if (code > next || (code == next && (previous < 0 || next == kMaxCodes))) return false;
 
-        // Unwind the code's string, last index first.
-        std::size_t depth = 0;
+        // The string is written from its last index back to its first.
+        const bool repeat = code == next;  // the previous string and its own first index
+        const std::size_t length = repeat ? table.length[previous] + 1u : table.length[code];
+        if (count - written < length) return false;  // more indices than the image holds
+        std::uint8_t* at = out + written + length - 1;
         int c = code;
-        if (code == next) {  // the string of `previous` and its own first index
-            stack[depth++] = first[static_cast<std::size_t>(previous)];
+        if (repeat) {
+            *at-- = table.first[previous];
             c = previous;
         }
         while (c >= clear) {
-            stack[depth++] = suffix[static_cast<std::size_t>(c)];
-            c = prefix[static_cast<std::size_t>(c)];
+            *at-- = table.suffix[c];
+            c = table.prefix[c];
         }
-        stack[depth++] = static_cast<std::uint8_t>(c);
-        if (out.size() + depth > count) return false;  // more pixels than the image holds
-        while (depth > 0) {
-            const std::uint8_t index = stack[--depth];
-            if (index >= colours) return false;
-            out.push_back(index);
-        }
+        *at = static_cast<std::uint8_t>(c);
+        written += length;
 
         if (previous >= 0 && next < kMaxCodes) {
-            prefix[static_cast<std::size_t>(next)] = static_cast<std::uint16_t>(previous);
-            suffix[static_cast<std::size_t>(next)] = static_cast<std::uint8_t>(c);
-            first[static_cast<std::size_t>(next)] = first[static_cast<std::size_t>(previous)];
+            table.prefix[next] = static_cast<std::uint16_t>(previous);
+            table.suffix[next] = static_cast<std::uint8_t>(c);
+            table.first[next] = table.first[previous];
+            table.length[next] = static_cast<std::uint16_t>(table.length[previous] + 1);
             ++next;
             if (next == 1 << codeSize && codeSize < 12) ++codeSize;
         }
@@ -143,22 +150,24 @@ QImage ReadPlainGif(const QByteArray& bytes) {
     if (!in.Has(1) || in.Byte() != 0x3B) return {};  // the trailer: nothing more in the file
 
     const std::size_t count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-    std::vector<std::uint8_t> indices;
-    if (!Decompress(data, minimumCodeSize, colours, indices, count)) return {};
+    std::vector<std::uint8_t> indices(count);
+    if (!Decompress(data, minimumCodeSize, colours, indices.data(), count)) return {};
 
     QImage image(width, height, QImage::Format_RGB32);
     if (image.isNull()) return {};
-    std::array<QRgb, 256> rgb{};
-    for (int i = 0; i < colours; ++i)
-        rgb[static_cast<std::size_t>(i)] = qRgb(table[3 * i], table[3 * i + 1], table[3 * i + 2]);
+    QRgb rgb[256];
+    for (int i = 0; i < colours; ++i) rgb[i] = qRgb(table[3 * i], table[3 * i + 1], table[3 * i + 2]);
     // Interlaced rows come in four passes: every 8th from 0, every 8th from 4,
     // every 4th from 2, every 2nd from 1.
     static constexpr int kStart[] = {0, 4, 2, 1};
     static constexpr int kStep[] = {8, 8, 4, 2};
+    uchar* const bits = image.bits();
+    const qsizetype stride = image.bytesPerLine();
     const std::uint8_t* source = indices.data();
     auto putRow = [&](int y) {
-        auto* row = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < width; ++x) row[x] = rgb[*source++];
+        auto* row = reinterpret_cast<QRgb*>(bits + y * stride);
+        for (int x = 0; x < width; ++x) row[x] = rgb[source[x]];
+        source += width;
     };
     if (interlaced) {
         for (int pass = 0; pass < 4; ++pass)
