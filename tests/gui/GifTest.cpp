@@ -36,7 +36,7 @@ QByteArray Contents(const QString& path) {
 // A GIF writer for the tests: one image, the global colour table, LZW codes
 // growing to 12 bits. When the table is full it starts over with a clear
 // code, or, with `keepFullTable`, goes on with the table as it is.
-struct GifSpec {
+struct GifShape {
     int width = 0;
     int height = 0;
     int colourBits = 1;  // the table holds 2 << (colourBits - 1) colours
@@ -45,18 +45,18 @@ struct GifSpec {
     const char* signature = "GIF87a";
 };
 
-QByteArray WriteGif(const GifSpec& spec, const std::vector<std::uint8_t>& indices) {
-    QByteArray out(spec.signature);
+QByteArray WriteGif(const GifShape& shape, const std::vector<std::uint8_t>& indices) {
+    QByteArray out(shape.signature);
     auto word = [&](int v) {
         out += static_cast<char>(v & 0xFF);
         out += static_cast<char>(v >> 8);
     };
-    word(spec.width);
-    word(spec.height);
-    out += static_cast<char>(0x80 | (spec.colourBits - 1));
+    word(shape.width);
+    word(shape.height);
+    out += static_cast<char>(0x80 | (shape.colourBits - 1));
     out += '\0';
     out += '\0';
-    const int colours = 1 << spec.colourBits;
+    const int colours = 1 << shape.colourBits;
     for (int i = 0; i < colours; ++i) {
         out += static_cast<char>(i * 37);
         out += static_cast<char>(255 - i);
@@ -65,23 +65,23 @@ QByteArray WriteGif(const GifSpec& spec, const std::vector<std::uint8_t>& indice
     out += ',';
     word(0);
     word(0);
-    word(spec.width);
-    word(spec.height);
-    out += static_cast<char>(spec.interlaced ? 0x40 : 0);
+    word(shape.width);
+    word(shape.height);
+    out += static_cast<char>(shape.interlaced ? 0x40 : 0);
 
     // The pixels in the order they are stored.
     std::vector<std::uint8_t> stored;
     std::vector<int> rows;
-    if (spec.interlaced) {
+    if (shape.interlaced) {
         for (const auto& [start, step] : {std::pair{0, 8}, {4, 8}, {2, 4}, {1, 2}})
-            for (int y = start; y < spec.height; y += step) rows.push_back(y);
+            for (int y = start; y < shape.height; y += step) rows.push_back(y);
     } else {
-        for (int y = 0; y < spec.height; ++y) rows.push_back(y);
+        for (int y = 0; y < shape.height; ++y) rows.push_back(y);
     }
     for (const int y : rows)
-        for (int x = 0; x < spec.width; ++x) stored.push_back(indices[static_cast<std::size_t>(y * spec.width + x)]);
+        for (int x = 0; x < shape.width; ++x) stored.push_back(indices[static_cast<std::size_t>(y * shape.width + x)]);
 
-    const int minimum = std::max(2, spec.colourBits);
+    const int minimum = std::max(2, shape.colourBits);
     out += static_cast<char>(minimum);
     const int clear = 1 << minimum;
     QByteArray data;
@@ -112,7 +112,7 @@ QByteArray WriteGif(const GifSpec& spec, const std::vector<std::uint8_t>& indice
             table[{current, c}] = next;
             if (next == 1 << codeSize && codeSize < 12) ++codeSize;
             ++next;
-        } else if (!spec.keepFullTable) {
+        } else if (!shape.keepFullTable) {
             put(clear);
             table.clear();
             next = clear + 2;
@@ -151,26 +151,26 @@ TEST(GifTest, LargeImagesWithFullCodeTablesAndBothRowOrdersReadAsQtReadsThem) {
     for (const int colourBits : {1, 2, 5, 8}) {
         for (const bool interlaced : {false, true}) {
             for (const bool keepFullTable : {false, true}) {
-                GifSpec spec{97, 61, colourBits, interlaced, keepFullTable, colourBits == 5 ? "GIF89a" : "GIF87a"};
+                GifShape shape{97, 61, colourBits, interlaced, keepFullTable, colourBits == 5 ? "GIF89a" : "GIF87a"};
                 // Runs and noise, so strings grow long and the table fills.
                 std::vector<std::uint8_t> indices;
                 std::uniform_int_distribution<int> colour(0, (1 << colourBits) - 1);
-                while (indices.size() < static_cast<std::size_t>(spec.width * spec.height)) {
+                while (indices.size() < static_cast<std::size_t>(shape.width * shape.height)) {
                     const int c = colour(random);
                     const int run = random() % 3 == 0 ? static_cast<int>(random() % 40) : 1;
                     for (int r = 0; r < run; ++r) indices.push_back(static_cast<std::uint8_t>(c));
                 }
-                indices.resize(static_cast<std::size_t>(spec.width * spec.height));
-                const QByteArray gif = WriteGif(spec, indices);
+                indices.resize(static_cast<std::size_t>(shape.width * shape.height));
+                const QByteArray gif = WriteGif(shape, indices);
                 SCOPED_TRACE(testing::Message() << colourBits << " bits, interlaced " << interlaced << ", full table kept "
                                                 << keepFullTable);
                 const QImage mine = ReadPlainGif(gif);
                 ASSERT_FALSE(mine.isNull());
                 EXPECT_EQ(mine, QtReads(gif));
                 // The colour of every pixel, straight from the table.
-                for (int y = 0; y < spec.height; y += 7)
-                    for (int x = 0; x < spec.width; x += 5) {
-                        const int i = indices[static_cast<std::size_t>(y * spec.width + x)];
+                for (int y = 0; y < shape.height; y += 7)
+                    for (int x = 0; x < shape.width; x += 5) {
+                        const int i = indices[static_cast<std::size_t>(y * shape.width + x)];
                         EXPECT_EQ(mine.pixel(x, y), qRgb(i * 37 & 0xFF, 255 - i, i * 11 & 0xFF)) << x << "," << y;
                     }
             }
