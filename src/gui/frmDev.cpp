@@ -82,7 +82,9 @@ QComboBox* MakeCombo(QWidget* parent, const char* name, const QStringList& items
     // the drop-down list at once, which the combo box otherwise builds when
     // it first drops down.
     combo->setLineEdit(new QLineEdit(combo));
-    // Typed text is the setting itself; it never becomes a list entry.
+    // Typed text is the setting itself: it is not completed to an entry it
+    // starts ("6" stays 6, not 60), and it never becomes a list entry.
+    combo->setCompleter(nullptr);
     combo->setInsertPolicy(QComboBox::NoInsert);
     combo->addItems(items);
     combo->setGeometry(m.Rect(place));

@@ -296,6 +296,13 @@ TEST_F(WindowTest, SettingsListsWriteTheirTextIntoTheSet) {
     bonus->lineEdit()->selectAll();
     QTest::keyClicks(bonus->lineEdit(), "45");
     EXPECT_EQ(set().BonusClock, "45");
+    // What is typed stays as typed, even when an entry starts with it.
+    window->activateWindow();
+    bonus->lineEdit()->setFocus();
+    bonus->lineEdit()->selectAll();
+    QTest::keyClicks(bonus->lineEdit(), "6");
+    EXPECT_EQ(set().BonusClock, "6");
+    EXPECT_EQ(bonus->currentText(), QStringLiteral("6"));
     auto* life = Find<QComboBox>("cmbExLife");
     life->setCurrentIndex(3);
     EXPECT_EQ(set().ExtraLifePoints, "400");
