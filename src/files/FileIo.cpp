@@ -3,8 +3,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <sstream>
 
 #ifdef _WIN32
 #include <io.h>
@@ -28,12 +26,19 @@ bool IsSeparator(char c) {
 }  // namespace
 
 std::optional<std::string> ReadWholeFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
+    // C's streams rather than C++'s: the first C++ file stream sets up the
+    // locale machinery, which the editor's start-up would pay for one small
+    // settings file.
+    std::FILE* in = std::fopen(path.c_str(), "rb");
     if (!in) return std::nullopt;
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    if (in.bad()) return std::nullopt;
-    return std::move(bytes).str();
+    std::string bytes;
+    char chunk[16384];
+    std::size_t got = 0;
+    while ((got = std::fread(chunk, 1, sizeof chunk, in)) > 0) bytes.append(chunk, got);
+    const bool failed = std::ferror(in) != 0;
+    std::fclose(in);
+    if (failed) return std::nullopt;
+    return bytes;
 }
 
 #ifdef MAP_POPULATE
