@@ -150,6 +150,12 @@ QImage ReadPlainGif(const QByteArray& bytes) {
     if (!in.Has(1) || in.Byte() != 0x3B) return {};  // the trailer: nothing more in the file
 
     const std::size_t count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    // A header may claim up to 65535 x 65535 pixels; no code gives more than
+    // 4096 of them, so a claim the data cannot fill is refused before any
+    // room is made for it, and big pictures are left to Qt and its limits.
+    constexpr std::size_t kLargest = std::size_t{1} << 24;
+    const std::size_t codes = data.size() * 8 / static_cast<std::size_t>(minimumCodeSize + 1) + 1;
+    if (count > kLargest || count > codes * kMaxCodes) return {};
     std::vector<std::uint8_t> indices(count);
     if (!Decompress(data, minimumCodeSize, colours, indices.data(), count)) return {};
 

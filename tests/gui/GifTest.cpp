@@ -211,6 +211,13 @@ TEST(GifTest, CutAndDamagedFilesAreLeftToQtOrReadAsQtReadsThem) {
     }
     EXPECT_GT(taken, 0);
     EXPECT_GT(left, 0);
+
+    // A header claiming far more pixels than its few bytes of data could
+    // give is left to Qt without making room for the claim.
+    QByteArray giant = WriteGif({40, 30, 4, false, false, "GIF89a"}, indices);
+    constexpr int kDescriptor = 13 + 3 * 16;  // after the header and 16 colours
+    for (const int at : {6, 8, kDescriptor + 5, kDescriptor + 7}) giant[at] = giant[at + 1] = '\xFF';  // both sizes
+    EXPECT_TRUE(ReadPlainGif(giant).isNull());
 }
 
 }  // namespace
