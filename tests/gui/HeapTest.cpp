@@ -59,27 +59,34 @@ bool HugePagesOnRequest() {
     return text.contains("[always]") || text.contains("[madvise]");
 }
 
+// What the room does depends on the heap being as a new process has it, so
+// the check runs in a process of its own: a death test in the "threadsafe"
+// style runs this test again in a fresh copy of the binary.
+void CheckTheRoom() {
+    constexpr std::size_t kStore = 1280 * 1024 * 4;
+    ReserveHeap(kStore + kHeapForControls);
+    auto* controls = static_cast<char*>(std::malloc(std::size_t{1} << 20));
+    auto* store = static_cast<char*>(std::malloc(kStore));
+    if (!controls || !store) std::_Exit(2);
+    std::memset(store, 1, kStore);
+    for (const std::uintptr_t address : {reinterpret_cast<std::uintptr_t>(store),
+                                         reinterpret_cast<std::uintptr_t>(store) + kStore - 1}) {
+        const Mapping mapping = MappingOf(address);
+        if (!mapping.found) std::_Exit(3);
+        if (mapping.name != QByteArray("[heap]")) std::_Exit(4);  // not a mapping of its own
+        if (!mapping.hugePages) std::_Exit(5);
+    }
+    std::_Exit(0);
+}
+
 TEST(HeapTest, ABackingStoreMadeAfterTheRoomLiesOnTheHeapInHugePages) {
 #if !defined(__linux__) || !defined(__GLIBC__) || defined(SHD_SANITIZED)
     GTEST_SKIP() << "only glibc's own heap on Linux is prepared";
 #else
     if (!HugePagesOnRequest()) GTEST_SKIP() << "this kernel gives no huge pages";
-    constexpr std::size_t kStore = 1280 * 1024 * 4;
-    ReserveHeap(kStore + kHeapForControls);
-    auto* controls = static_cast<char*>(std::malloc(std::size_t{1} << 20));
-    auto* store = static_cast<char*>(std::malloc(kStore));
-    ASSERT_NE(controls, nullptr);
-    ASSERT_NE(store, nullptr);
-    std::memset(store, 1, kStore);
-    for (const std::uintptr_t address : {reinterpret_cast<std::uintptr_t>(store),
-                                         reinterpret_cast<std::uintptr_t>(store) + kStore - 1}) {
-        const Mapping mapping = MappingOf(address);
-        ASSERT_TRUE(mapping.found);
-        EXPECT_EQ(mapping.name, QByteArray("[heap]"));  // not a mapping of its own
-        EXPECT_TRUE(mapping.hugePages);
-    }
-    std::free(store);
-    std::free(controls);
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    // Exit 3: no mapping holds the block; 4: it is not on the heap; 5: no huge pages there.
+    EXPECT_EXIT(CheckTheRoom(), testing::ExitedWithCode(0), "");
 #endif
 }
 
