@@ -1,12 +1,10 @@
 #include "gui/BlockPictures.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFont>
 #include <QImageReader>
 #include <QPainter>
 
-#include "gui/Gif.h"
 #include "gui/Text.h"
 
 namespace shd::gui {
@@ -43,9 +41,7 @@ void BlockPictures::Load(const QString& folder, const std::array<std::string, 16
     for (int code = 0; code < 16; ++code) {
         const auto k = static_cast<std::size_t>(code);
         const QString path = dir.filePath(PathText(files[k]));
-        QImage image;
-        if (QFile file(path); file.open(QIODevice::ReadOnly)) image = ReadPlainGif(file.readAll());
-        if (image.isNull()) image = QImageReader(path).read();
+        const QImage image = QImageReader(path).read();
         drawn_[k] = image.isNull();
         pictures_[k] = drawn_[k] ? Tile(HexDigit(code)) : QPixmap::fromImage(image);
     }

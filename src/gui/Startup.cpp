@@ -4,7 +4,6 @@
 #include <QScreen>
 
 #include "gui/EditorStyle.h"
-#include "gui/Heap.h"
 #include "gui/frmDev.h"
 
 namespace shd::gui {
@@ -13,12 +12,6 @@ int RunEditor(int& argc, char** argv, const std::function<void(frmDev&)>& starte
     QApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("shardles-editor"));
     QApplication::setStyle(new EditorStyle(QApplication::style()));
-    // Room for the window's backing store and controls, before they are made.
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-        const QSize pixels = screen->geometry().size() * screen->devicePixelRatio();
-        ReserveHeap(static_cast<std::size_t>(pixels.width()) * static_cast<std::size_t>(pixels.height()) * 4 +
-                    kHeapForControls);
-    }
 
     // The block pictures and "info.ini" live beside the program.
     const QString folder = QCoreApplication::applicationDirPath();
