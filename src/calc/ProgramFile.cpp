@@ -205,6 +205,6 @@ WriteResult WriteProgramFile(const LevelSet& set, std::string_view calculatorNam
     return Written(std::move(out));
 }
 
-ReadResult ReadProgramFile(std::string_view bytes) { return ImageReader(bytes).Read(); }
+ReadResult ReadProgramFile(const std::string& bytes) { return ImageReader(bytes).Read(); }
 
 }  // namespace shd

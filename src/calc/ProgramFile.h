@@ -13,7 +13,7 @@ WriteResult WriteProgramFile(const LevelSet& set, std::string_view calculatorNam
 
 // "This is not a Shardles or Tiltbash file." is the one refusal; the set it
 // starts from is a reset one, as the open command resets before reading.
-ReadResult ReadProgramFile(std::string_view bytes);
+ReadResult ReadProgramFile(const std::string& bytes);
 
 // Where the container puts the image.
 constexpr std::size_t kProgramImageOffset = 72;

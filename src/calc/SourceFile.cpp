@@ -259,6 +259,6 @@ WriteResult WriteSourceFile(const LevelSet& set) {
     return Written(out.Take());
 }
 
-ReadResult ReadSourceFile(std::string_view bytes) { return SourceReader(bytes).Read(); }
+ReadResult ReadSourceFile(const std::string& bytes) { return SourceReader(bytes).Read(); }
 
 }  // namespace shd

@@ -10,6 +10,6 @@ namespace shd {
 WriteResult WriteSourceFile(const LevelSet& set);
 
 // "Not compilable code." is the one refusal; it leaves the editor's set alone.
-ReadResult ReadSourceFile(std::string_view bytes);
+ReadResult ReadSourceFile(const std::string& bytes);
 
 }  // namespace shd

@@ -1,12 +1,9 @@
 #include "cli/Convert.h"
 
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <optional>
 
 #include "files/FileIo.h"
-#include "model/Memory.h"
 #include "rules/LevelChecks.h"
 
 namespace shd::cli {
@@ -17,40 +14,36 @@ namespace {
 // eight characters, and ".83p" takes the other four.
 constexpr std::size_t kLongestProgramTitle = 12;
 
-// About what a set of 255 levels takes on the heap, with the reader's own needs.
-constexpr std::size_t kSetRoom = 64 * 1024;
-
 void Say(const std::string& line) {
     std::fputs(line.c_str(), stderr);
     std::fputc('\n', stderr);
 }
 
-// The set as the editor holds it right after opening, in `work.set`; false
-// when the read did not complete (the reason is already printed).
-bool Open(FormatId from, const std::string& input, Workspace& work) {
-    PrepareHeap(kSetRoom);
-    errno = 0;
-    const FileBytes& bytes = work.input.emplace(input);
-    if (!bytes.ok()) {
-        Say(input + ": cannot be read" + (errno ? std::string(": ") + std::strerror(errno) : std::string()));
-        return false;
+// The set as the editor holds it right after opening; nothing when the read
+// did not complete (the reason is already printed).
+std::optional<LevelSet> Open(FormatId from, const std::string& input) {
+    std::string error;
+    const auto bytes = ReadWholeFile(input, &error);
+    if (!bytes) {
+        Say(input + ": cannot be read: " + error);
+        return std::nullopt;
     }
-    ReadResult read = GetFormat(from).read(bytes.view());
+    ReadResult read = GetFormat(from).read(*bytes);
     switch (read.outcome.status) {
     case ReadOutcome::Status::Complete: break;
     case ReadOutcome::Status::Refused:
         Say(input + ": " + (read.outcome.message.empty() ? read.outcome.where + ": " + read.outcome.why
                                                          : read.outcome.message));
-        return false;
+        return std::nullopt;
     case ReadOutcome::Status::Stopped:
         Say(input + ": " + read.outcome.where + ": " + read.outcome.why);
-        return false;
+        return std::nullopt;
     }
     // The closing steps of every open: level 1 current and shown, which recounts it.
-    LevelSet& set = work.set.emplace(std::move(read.set));
+    LevelSet set = std::move(read.set);
     set.CurrentLevel = 1;
     RecountCurrentLevel(set);
-    return true;
+    return set;
 }
 
 // CountBlocks on every level, as the savers run it; false (with the message
@@ -70,9 +63,10 @@ bool CountEveryLevel(LevelSet& set) {
 
 }  // namespace
 
-int Convert(FormatId from, const std::string& input, FormatId to, const std::string& output, Workspace& work) {
-    if (!Open(from, input, work)) return kRefused;
-    LevelSet& set = *work.set;
+int Convert(FormatId from, const std::string& input, FormatId to, const std::string& output) {
+    std::optional<LevelSet> opened = Open(from, input);
+    if (!opened) return kRefused;
+    LevelSet& set = *opened;
     const Format& format = GetFormat(to);
     if (format.countsBlocksFirst && !CountEveryLevel(set)) return kRefused;
     const std::string title = FileTitleOf(output);
@@ -85,18 +79,18 @@ int Convert(FormatId from, const std::string& input, FormatId to, const std::str
         Say(output + ": " + written.message);
         return kRefused;
     }
-    const std::string& bytes = work.output = std::move(written.bytes);
     std::string error;
-    if (!WriteFileAtomic(output, bytes, &error)) {
+    if (!WriteFileAtomic(output, written.bytes, &error)) {
         Say(output + ": " + error);
         return kRefused;
     }
     return kDone;
 }
 
-int Check(FormatId from, const std::string& input, Workspace& work) {
-    if (!Open(from, input, work)) return kRefused;
-    LevelSet& set = *work.set;
+int Check(FormatId from, const std::string& input) {
+    std::optional<LevelSet> opened = Open(from, input);
+    if (!opened) return kRefused;
+    LevelSet& set = *opened;
     int findings = 0;
     auto report = [&](int level, const std::string& text) {
         std::printf("Level %d: %s\n", level, text.c_str());

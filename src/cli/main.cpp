@@ -4,7 +4,6 @@
 #include <array>
 #include <cctype>
 #include <cstdio>
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -42,15 +41,6 @@ constexpr const char* kHelp =
     "\n"
     "Exit status: 0 written (or, with --check, no findings); 1 the input or the\n"
     "set was refused (or there are findings); 2 the command line is wrong.\n";
-
-// A run's memory goes back with the process; freeing it piece by piece
-// first would only take time, so the process ends right after the output
-// is flushed.
-[[noreturn]] void End(int status) {
-    std::fflush(stdout);
-    std::fflush(stderr);
-    std::_Exit(status);
-}
 
 int UsageError(const std::string& reason) {
     std::fprintf(stderr, "shardles-convert: %s\nTry 'shardles-convert --help'.\n", reason.c_str());
@@ -152,11 +142,10 @@ int main(int argc, char** argv) {
     const std::string& input = command.files[0];
     const auto from = formOf(command.from, input);
     if (!from) return UsageError("cannot tell the form of " + input + " from its extension; give --from");
-    shd::cli::Workspace work;
-    if (command.check) End(shd::cli::Check(*from, input, work));
+    if (command.check) return shd::cli::Check(*from, input);
 
     const std::string& output = command.files[1];
     const auto to = formOf(command.to, output);
     if (!to) return UsageError("cannot tell the form of " + output + " from its extension; give --to");
-    End(shd::cli::Convert(*from, input, *to, output, work));
+    return shd::cli::Convert(*from, input, *to, output);
 }

@@ -1,8 +1,6 @@
 #include "editor/Editor.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 
 #include "files/FileIo.h"
 #include "model/Numbers.h"
@@ -501,12 +499,13 @@ void Editor::ReadFromDialog(FormatId id, bool confirm) {
     const Format& format = GetFormat(id);
     const FileChoice choice = prompts_.OpenFileDialog(format.openFilter, lastFolder_);
     if (choice.path.empty()) return;
-    const FileBytes bytes(choice.path);
-    if (!bytes.ok()) {
-        ui_.status = "Could not read " + FileTitleOf(choice.path) + ": " + std::strerror(errno);
+    std::string error;
+    const auto bytes = ReadWholeFile(choice.path, &error);
+    if (!bytes) {
+        ui_.status = "Could not read " + FileTitleOf(choice.path) + ": " + error;
         return;
     }
-    ReadResult result = format.read(bytes.view());
+    ReadResult result = format.read(*bytes);
     if (result.refused()) {
         if (result.outcome.message.empty()) ReportRead(choice.path, result);
         else prompts_.Message(result.outcome.message);

@@ -113,20 +113,7 @@ std::optional<bool> BooleanOf(std::string_view text) {
 }
 
 // The whole item as a number, rounded to a whole one.
-// Nearly every item is a few plain digits, which need neither the whole
-// grammar nor rounding.
-std::optional<int> ShortDigits(std::string_view text) {
-    if (text.empty() || text.size() > 4) return std::nullopt;
-    int value = 0;
-    for (const char c : text) {
-        if (c < '0' || c > '9') return std::nullopt;
-        value = 10 * value + (c - '0');
-    }
-    return value;
-}
-
 std::optional<double> NumberOf(std::string_view text) {
-    if (auto digits = ShortDigits(text)) return *digits;
     if (auto number = ParseTypedNumber(text)) return RoundHalfEven(*number);
     return std::nullopt;
 }
@@ -427,11 +414,11 @@ WriteResult WriteListFile(const LevelSet& set) {
     return Written(out.Take());
 }
 
-ReadResult ReadMyFile(std::string_view bytes) { return ReadEditorFile(bytes, Layout::MyFile); }
+ReadResult ReadMyFile(const std::string& bytes) { return ReadEditorFile(bytes, Layout::MyFile); }
 
-ReadResult ReadOldMyFile(std::string_view bytes) { return ReadEditorFile(bytes, Layout::OldMyFile); }
+ReadResult ReadOldMyFile(const std::string& bytes) { return ReadEditorFile(bytes, Layout::OldMyFile); }
 
-ReadResult ReadListFile(std::string_view bytes) {
+ReadResult ReadListFile(const std::string& bytes) {
     SetReader reader(bytes);
     const auto title = reader.Scan().ReadLine();
     const auto header = reader.Scan().ReadLine();

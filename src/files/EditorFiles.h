@@ -14,8 +14,8 @@ WriteResult WriteListFile(const LevelSet& set);
 // Readers never throw and never read past the end. "Not one of my files." and
 // "Not a valid list file." are refusals; any other fault stops the read with
 // the line number and the reason, leaving a consistent set as far as read.
-ReadResult ReadMyFile(std::string_view bytes);
-ReadResult ReadOldMyFile(std::string_view bytes);
-ReadResult ReadListFile(std::string_view bytes);
+ReadResult ReadMyFile(const std::string& bytes);
+ReadResult ReadOldMyFile(const std::string& bytes);
+ReadResult ReadListFile(const std::string& bytes);
 
 }  // namespace shd

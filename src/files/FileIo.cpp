@@ -8,7 +8,6 @@
 #include <io.h>
 #else
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
@@ -25,57 +24,33 @@ bool IsSeparator(char c) {
 }
 }  // namespace
 
-std::optional<std::string> ReadWholeFile(const std::string& path) {
-    // C's streams rather than C++'s: the first C++ file stream sets up the
-    // locale machinery, which the editor's start-up would pay for one small
-    // settings file.
-    std::FILE* in = std::fopen(path.c_str(), "rb");
-    if (!in) return std::nullopt;
-    std::string bytes;
-    char chunk[16384];
-    std::size_t got = 0;
-    while ((got = std::fread(chunk, 1, sizeof chunk, in)) > 0) bytes.append(chunk, got);
-    const bool failed = std::ferror(in) != 0;
-    std::fclose(in);
-    if (failed) return std::nullopt;
-    return bytes;
-}
-
-#ifdef MAP_POPULATE
-constexpr int kPopulate = MAP_POPULATE;  // one call maps every page, rather than one fault each
-#elif defined(__unix__) || defined(__APPLE__)
-constexpr int kPopulate = 0;
-#endif
-
-FileBytes::FileBytes(const std::string& path) {
-#if defined(__unix__) || defined(__APPLE__)
-    const int fd = ::open(path.c_str(), O_RDONLY);
-    if (fd < 0) return;
+std::optional<std::string> ReadWholeFile(const std::string& path, std::string* error) {
+    auto fail = [&](int fd, int cause) -> std::optional<std::string> {
+        if (fd >= 0) ::close(fd);
+        if (error) *error = std::strerror(cause);
+        return std::nullopt;
+    };
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return fail(fd, errno);
     struct stat info {};
-    const bool known = ::fstat(fd, &info) == 0;
-    if (known && S_ISDIR(info.st_mode)) {
-        ::close(fd);
-        errno = EISDIR;  // reading a folder would give no bytes rather than fail
-        return;
-    }
-    if (known && S_ISREG(info.st_mode) && info.st_size > 0) {
-        const auto size = static_cast<std::size_t>(info.st_size);
-        void* mapped = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | kPopulate, fd, 0);
-        if (mapped != MAP_FAILED) {
-            map_ = static_cast<const char*>(mapped);
-            size_ = size;
-        }
+    if (::fstat(fd, &info) != 0) return fail(fd, errno);
+    if (S_ISDIR(info.st_mode)) return fail(fd, EISDIR);  // a folder would read as no bytes rather than fail
+    // A regular file comes in one piece into room of its size; anything else
+    // (a pipe, a file that grows) in pieces as they come.
+    std::string bytes;
+    std::size_t used = 0;
+    bytes.resize(S_ISREG(info.st_mode) ? static_cast<std::size_t>(info.st_size) + 1 : 4096);
+    for (;;) {
+        if (used == bytes.size()) bytes.resize(2 * bytes.size());
+        const ssize_t got = ::read(fd, bytes.data() + used, bytes.size() - used);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return fail(fd, errno);
+        if (got == 0) break;
+        used += static_cast<std::size_t>(got);
     }
     ::close(fd);
-    if (map_) return;
-#endif
-    copy_ = ReadWholeFile(path);
-}
-
-FileBytes::~FileBytes() {
-#if defined(__unix__) || defined(__APPLE__)
-    if (map_) ::munmap(const_cast<char*>(map_), size_);
-#endif
+    bytes.resize(used);
+    return bytes;
 }
 
 namespace {

@@ -7,26 +7,8 @@
 
 namespace shd {
 
-// The whole file, or nothing when it cannot be read.
-std::optional<std::string> ReadWholeFile(const std::string& path);
-
-// A file's bytes for reading, mapped from the page cache where the system
-// allows: for a converter run, copying them into fresh memory costs more
-// than reading them does.
-class FileBytes {
-public:
-    explicit FileBytes(const std::string& path);
-    ~FileBytes();
-    FileBytes(const FileBytes&) = delete;
-    FileBytes& operator=(const FileBytes&) = delete;
-    bool ok() const { return map_ || copy_; }  // false: errno says why
-    std::string_view view() const { return map_ ? std::string_view(map_, size_) : std::string_view(*copy_); }
-
-private:
-    const char* map_ = nullptr;
-    std::size_t size_ = 0;
-    std::optional<std::string> copy_;
-};
+// The whole file, or nothing with `error` (when given) saying why.
+std::optional<std::string> ReadWholeFile(const std::string& path, std::string* error = nullptr);
 
 // Writes beside the target and renames over it, so a failed write never
 // leaves a half-written file nor destroys the one that was there.

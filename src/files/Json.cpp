@@ -1,6 +1,6 @@
 #include "files/Json.h"
 
-#include <rapidjson/memorystream.h>
+#include <rapidjson/stream.h>
 #include <rapidjson/reader.h>
 
 #include <algorithm>
@@ -14,15 +14,6 @@
 
 #include "model/Cp1252.h"
 #include "model/TextOut.h"
-
-// The generic skip asks the stream for each character several times, each
-// with a check for its end; a set's JSON is a fifth blanks and line breaks.
-template <>
-inline void rapidjson::SkipWhitespace(rapidjson::MemoryStream& is) {
-    const char* p = is.src_;
-    while (p != is.end_ && (*p == ' ' || *p == '\n' || *p == '\r' || *p == '\t')) ++p;
-    is.src_ = p;
-}
 
 namespace shd {
 
@@ -139,12 +130,14 @@ public:
     template <typename Cells>
     void Rows(int indent, const Cells& cells, std::size_t perRow) {
         out << "[\n";
-        for (std::size_t i = 0; i < cells.size(); ++i) {
-            const bool rowEnds = (i + 1) % perRow == 0;
-            if (i % perRow == 0) Indent(indent + 2);
-            Number(cells[i]);
-            if (i + 1 < cells.size()) out << ',';
-            if (rowEnds && i + 1 < cells.size()) out << '\n';
+        for (std::size_t row = 0; row < cells.size(); row += perRow) {
+            if (row > 0) out << ",\n";
+            Indent(indent + 2);
+            const std::size_t end = std::min(row + perRow, cells.size());
+            for (std::size_t i = row; i < end; ++i) {
+                if (i > row) out << ',';
+                Number(cells[i]);
+            }
         }
         out << '\n';
         Indent(indent);
@@ -207,7 +200,7 @@ public:
     std::optional<Fault> fault;
 
     // `bytes` is what `stream` reads; the reader looks back at it to quote a number.
-    SetReader(std::string_view bytes, const rapidjson::MemoryStream& stream) : bytes_(bytes), stream_(stream) {}
+    SetReader(const std::string& bytes, const rapidjson::StringStream& stream) : bytes_(bytes), stream_(stream) {}
 
     bool Null() { return Value({Scalar::Type::Null}); }
     bool Bool(bool value) { return Value({Scalar::Type::Boolean, value}); }
@@ -241,8 +234,8 @@ public:
 
 private:
     enum class Frame { Set, Levels, Level, Cells, Picture };
-    std::string_view bytes_;
-    const rapidjson::MemoryStream& stream_;
+    const std::string& bytes_;
+    const rapidjson::StringStream& stream_;
     struct Open {
         explicit Open(Frame f) : frame(f) {}
         Frame frame;
@@ -280,13 +273,12 @@ private:
         return path.empty() ? "." : path;
     }
     std::string Here() const { return Path(open_.size()); }
-    // The number just read as the file writes it: the parser stands right after it.
+    // The number just read as the file writes it: while the parser hands a
+    // number over, the stream it was given still stands at its start.
     std::string NumberText() const {
-        const std::size_t end = std::min(stream_.Tell(), bytes_.size());
-        std::size_t start = end;
-        while (start > 0 && std::string_view("0123456789+-.eE").find(bytes_[start - 1]) != std::string_view::npos)
-            --start;
-        return std::string(bytes_.substr(start, end - start));
+        const std::size_t start = std::min(stream_.Tell(), bytes_.size());
+        const std::size_t end = bytes_.find_first_not_of("0123456789+-.eE", start);
+        return bytes_.substr(start, end == std::string::npos ? std::string::npos : end - start);
     }
 
     bool Value(const Scalar& value);
@@ -646,9 +638,10 @@ WriteResult WriteJsonFile(const LevelSet& set) {
     return Written(text.out.Take());
 }
 
-ReadResult ReadJsonFile(std::string_view bytes) {
+ReadResult ReadJsonFile(const std::string& bytes) {
     try {
-        rapidjson::MemoryStream stream(bytes.data(), bytes.size());
+        // A string's bytes end in a zero byte, which is where the parser stops.
+        rapidjson::StringStream stream(bytes.c_str());
         SetReader reader(bytes, stream);
         rapidjson::Reader parser;
         // Text is checked for UTF-8 as it is turned into Windows-1252, and

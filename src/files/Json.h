@@ -8,6 +8,6 @@
 namespace shd {
 
 WriteResult WriteJsonFile(const LevelSet& set);
-ReadResult ReadJsonFile(std::string_view bytes);
+ReadResult ReadJsonFile(const std::string& bytes);
 
 }  // namespace shd

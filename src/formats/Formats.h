@@ -16,7 +16,7 @@ struct Format {
     const char* name;        // the converter's name for it: "myfile", "program", ...
     const char* openFilter;  // the open dialog's filter
     const char* saveFilter;  // the save dialog's filter; "" when it is never written
-    ReadResult (*read)(std::string_view bytes);
+    ReadResult (*read)(const std::string& bytes);
     // `fileTitle` is the chosen file name without its folder (the program file
     // takes the calculator name from it). nullptr when it is never written.
     WriteResult (*write)(const LevelSet& set, std::string_view fileTitle);

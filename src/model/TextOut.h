@@ -1,7 +1,8 @@
-// A file's text built in one buffer: numbers go straight in as digits, with
-// no temporary strings, and the buffer's memory is made ready in one step.
+// A file's text built in one buffer: lines end in CR LF, and numbers go in
+// as digits without a temporary string each.
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <cstring>
@@ -12,46 +13,47 @@ namespace shd {
 
 class TextOut {
 public:
-    // `expected` is about the size the text will have; a longer text still
-    // fits, only less quickly.
-    explicit TextOut(std::size_t expected);
+    // `expected` is about the size the text will have; a longer one still fits.
+    explicit TextOut(std::size_t expected) { Grow(std::max<std::size_t>(expected, 64)); }
     TextOut(const TextOut&) = delete;
     TextOut& operator=(const TextOut&) = delete;
 
     TextOut& operator<<(std::string_view text) {
-        if (text.empty()) return *this;  // an empty view may have no data at all
         Room(text.size());
-        std::memcpy(end_, text.data(), text.size());
-        end_ += text.size();
+        if (!text.empty()) std::memcpy(out_.data() + used_, text.data(), text.size());
+        used_ += text.size();
         return *this;
     }
     TextOut& operator<<(char c) {
         Room(1);
-        *end_++ = c;
+        out_[used_++] = c;
         return *this;
     }
     TextOut& Number(long value) {
         constexpr std::size_t kLongest = 20;  // "-9223372036854775808"
         Room(kLongest);
-        end_ = std::to_chars(end_, end_ + kLongest, value).ptr;
+        char* at = out_.data() + used_;
+        used_ += static_cast<std::size_t>(std::to_chars(at, at + kLongest, value).ptr - at);
         return *this;
     }
     TextOut& Line(std::string_view text = {}) { return *this << text << "\r\n"; }
 
-    std::string Take();
+    std::string Take() {
+        out_.resize(used_);
+        used_ = 0;
+        return std::move(out_);
+    }
 
 private:
+    // The text is written into the string's own storage up to `used_`, so
+    // appending stays a copy and a count; the string is cut when taken.
     void Room(std::size_t size) {
-        if (static_cast<std::size_t>(limit_ - end_) < size) Grow(size);
+        if (out_.size() - used_ < size) Grow(std::max(2 * out_.size(), used_ + size));
     }
-    void Grow(std::size_t size);
-    void Prepare(std::size_t capacity);
+    void Grow(std::size_t size) { out_.resize(size); }
 
-    // The text is written into the string's own storage up to `end_`; the
-    // string is cut to that length when it is taken.
     std::string out_;
-    char* end_ = nullptr;
-    char* limit_ = nullptr;
+    std::size_t used_ = 0;
 };
 
 }  // namespace shd

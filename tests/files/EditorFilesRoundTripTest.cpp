@@ -45,7 +45,7 @@ LevelSet Generated(GameKind kind, int levels, bool pictures, unsigned seed) {
 
 struct Trip {
     WriteResult (*write)(const LevelSet&);
-    ReadResult (*read)(std::string_view);
+    ReadResult (*read)(const std::string&);
     bool records;
 };
 
@@ -79,7 +79,7 @@ TEST(EditorFileDamage, CutOrDamagedFilesStillGiveConsistentSets) {
     const LevelSet tiltbash = test::RandomSet(SetShape{GameKind::Tiltbash, 2, false}, 12);
     const struct {
         std::string bytes;
-        ReadResult (*read)(std::string_view);
+        ReadResult (*read)(const std::string&);
         std::size_t refusedBelow;  // lines needed before the file is recognised
     } files[] = {
         {WriteMyFile(shardles).bytes, ReadMyFile, 1},
