@@ -2,7 +2,7 @@
 // set read completely must survive a write and a read back.
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
+#include <string>
 
 #include "RoundTrip.h"
 
@@ -10,7 +10,7 @@ using namespace shd;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const FormatId form = fuzz::FormByName(FUZZ_FORM);
-    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
     const ReadResult result = GetFormat(form).read(bytes);
     if (result.refused()) return 0;
     if (std::string why = CheckConsistent(result.set); !why.empty()) {

@@ -5,9 +5,8 @@
 namespace shd::fuzz {
 
 FormatId FormByName(const std::string& name) {
-    for (FormatId id : {FormatId::MyFile, FormatId::OldMyFile, FormatId::List, FormatId::Source, FormatId::Program,
-                        FormatId::Json})
-        if (name == GetFormat(id).name) return id;
+    for (const Format& format : AllFormats())
+        if (name == format.name) return format.id;
     throw std::invalid_argument("unknown form " + name);
 }
 
@@ -18,7 +17,7 @@ std::string CheckRoundTrip(const LevelSet& set, FormatId form) {
     const WriteResult first = format.write(set, "FUZZ.83p");
     if (!first.ok) return {};  // a set the form cannot carry is refused, and that is fine
     const ReadResult back = format.read(first.bytes);
-    if (!back.complete()) return "the written set does not read back: " + back.outcome.where + " " + back.outcome.why;
+    if (!back.complete()) return "the written set does not read back: " + back.outcome.Text();
     if (std::string why = CheckConsistent(back.set); !why.empty()) return "read back inconsistent: " + why;
     // Whatever a form leaves out comes back the same way every time, so a
     // second write must give the very same bytes.

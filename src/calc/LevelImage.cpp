@@ -1,5 +1,7 @@
 #include "calc/LevelImage.h"
 
+#include <iterator>
+
 namespace shd {
 
 namespace {
@@ -25,6 +27,40 @@ std::optional<std::uint8_t> EncodeSettingsByte(const Bytes& bonusClock, const By
     if (!bonus || !life) return std::nullopt;
     return static_cast<std::uint8_t>(*bonus << 5 | *life << 2 | (useWrapAround ? 2 : 0) |
                                      (arrowBlocksBreakable ? 1 : 0));
+}
+
+namespace {
+// The setting at `index` of a list, when the index is one.
+void TakeSetting(Bytes& setting, std::optional<int> index, const char* const* list, int size) {
+    if (index && *index >= 0 && *index < size) setting = list[*index];
+}
+
+void TakeSettings(LevelSet& set, std::optional<int> bonus, std::optional<int> life, bool wrap, bool arrow) {
+    TakeSetting(set.BonusClock, bonus, kBonusClocks, static_cast<int>(std::size(kBonusClocks)));
+    TakeSetting(set.ExtraLifePoints, life, kExtraLifePoints, static_cast<int>(std::size(kExtraLifePoints)));
+    if (wrap) set.UseWrapAround = true;
+    if (arrow) set.ArrowBlocksBreakable = true;
+}
+
+// The value of a run of binary digits, or nothing when one is something else.
+std::optional<int> BinaryValue(std::string_view digits, std::size_t first, std::size_t count) {
+    if (first + count > digits.size()) return std::nullopt;
+    int value = 0;
+    for (const char c : digits.substr(first, count)) {
+        if (c != '0' && c != '1') return std::nullopt;
+        value = 2 * value + (c - '0');
+    }
+    return value;
+}
+}  // namespace
+
+void DecodeSettingsByte(std::uint8_t byte, LevelSet& set) {
+    TakeSettings(set, byte >> 5 & 0x03, byte >> 2 & 0x07, (byte & 0x02) != 0, (byte & 0x01) != 0);
+}
+
+void DecodeSettingsDigits(std::string_view digits, LevelSet& set) {
+    TakeSettings(set, BinaryValue(digits, 1, 2), BinaryValue(digits, 3, 3), BinaryValue(digits, 6, 1) == 1,
+                 BinaryValue(digits, 7, 1) == 1);
 }
 
 std::array<std::uint8_t, 12> EncodePictureBytes(const PiecePicture& picture) {
@@ -84,7 +120,7 @@ std::optional<std::string> Unexportable(const LevelSet& set) {
 }  // namespace image
 
 WriteResult BuildLevelImage(const LevelSet& set) {
-    if (auto problem = image::Unexportable(set)) return Refused(*problem);
+    if (auto problem = image::Unexportable(set)) return RefusedWrite(*problem);
 
     const bool shardles = set.IsShardles();
     std::string out;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "model/ReadResult.h"
 
@@ -13,6 +14,15 @@ namespace shd {
 // Only the values the editor offers: "30".."120" by 30, "100".."800" by 100.
 std::optional<std::uint8_t> EncodeSettingsByte(const Bytes& bonusClock, const Bytes& extraLifePoints,
                                                bool useWrapAround, bool arrowBlocksBreakable);
+
+// The other way: bits 6-5 and 4-2 index the two lists, bit 1 turns wrap
+// around on, bit 0 breakable arrow blocks; bit 7 is not looked at.
+void DecodeSettingsByte(std::uint8_t byte, LevelSet& set);
+
+// The same settings spelt out in eight binary digits (bit 7 first), as the
+// assembly source has them. A group whose characters are not binary digits
+// leaves its setting as it was.
+void DecodeSettingsDigits(std::string_view digits, LevelSet& set);
 
 std::array<std::uint8_t, 12> EncodePictureBytes(const PiecePicture& picture);
 

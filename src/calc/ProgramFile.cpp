@@ -34,15 +34,8 @@ private:
         return static_cast<std::uint8_t>(bytes_[offset]);
     }
 
-    // The read broke off; the set keeps what was read, with levels enough to
-    // stay usable when the levels were not set up yet.
     ReadResult Stop(std::size_t offset, std::string why) {
-        if (set_.LevelCount() == 0) MakeLevels(set_, 1);
-        ReadResult result{std::move(set_), {}};
-        result.outcome.status = ReadOutcome::Status::Stopped;
-        result.outcome.where = "byte " + std::to_string(offset);
-        result.outcome.why = std::move(why);
-        return result;
+        return StoppedRead(std::move(set_), "byte " + std::to_string(offset), std::move(why));
     }
 
     bool LayoutFits(std::size_t countOffsetAt, std::uint8_t countOffset, std::size_t titleStart) const;
@@ -111,12 +104,9 @@ ReadResult ImageReader::Read() {
         const auto settings = At(pos);
         if (!settings) return Stop(pos, "the file ends before the settings byte");
         ++pos;
-        set_.BonusClock = std::to_string(30 * ((*settings >> 5 & 0x03) + 1));
-        set_.ExtraLifePoints = std::to_string(100 * ((*settings >> 2 & 0x07) + 1));
-        set_.UseWrapAround = (*settings & 0x02) != 0;
-        set_.ArrowBlocksBreakable = (*settings & 0x01) != 0;
+        DecodeSettingsByte(*settings, set_);
     } else if (*kindByte != 'T') {
-        return Refuse("This is not a Shardles or Tiltbash file.");
+        return RefusedRead("This is not a Shardles or Tiltbash file.");
     }
 
     const std::size_t countOffsetAt = pos;
@@ -177,7 +167,7 @@ ReadResult ImageReader::Read() {
 
 WriteResult WriteProgramFile(const LevelSet& set, std::string_view calculatorName) {
     if (calculatorName.size() > 8)
-        return Refused("The calculator name \"" + std::string(calculatorName) +
+        return RefusedWrite("The calculator name \"" + std::string(calculatorName) +
                        "\" is longer than 8 characters.");
     WriteResult image = BuildLevelImage(set);
     if (!image.ok) return image;

@@ -34,42 +34,16 @@ public:
 
 private:
     ReadResult Stop(std::string why) {
-        if (set_.LevelCount() == 0) MakeLevels(set_, 1);
-        ReadResult result{std::move(set_), {}};
-        result.outcome.status = ReadOutcome::Status::Stopped;
-        result.outcome.where = "line " + std::to_string(fields_.LastLine());
-        result.outcome.why = std::move(why);
-        return result;
+        return StoppedRead(std::move(set_), "line " + std::to_string(fields_.LastLine()), std::move(why));
     }
 
-    void TakeSettings(std::string_view digits);
     std::optional<std::string> ReadPicture(PiecePicture& picture, std::optional<std::string_view> inHand);
 
     source::FieldReader fields_;
     LevelSet set_;
 };
 
-std::string_view Mid(std::string_view text, std::size_t first, std::size_t length) {
-    return first - 1 < text.size() ? text.substr(first - 1, length) : std::string_view();
-}
-
 std::string NotAValue(std::string_view token) { return "\"" + std::string(token) + "\" is not a value"; }
-
-// Characters numbered from 1; the first is not looked at. A code that matches
-// nothing leaves the default.
-void SourceReader::TakeSettings(std::string_view digits) {
-    const std::string_view bonus = Mid(digits, 2, 2);
-    if (bonus == "00") set_.BonusClock = "30";
-    if (bonus == "01") set_.BonusClock = "60";
-    if (bonus == "10") set_.BonusClock = "90";
-    if (bonus == "11") set_.BonusClock = "120";
-    const std::string_view life = Mid(digits, 4, 3);
-    static const char* const lifeCodes[] = {"000", "001", "010", "011", "100", "101", "110", "111"};
-    for (int i = 0; i < 8; ++i)
-        if (life == lifeCodes[i]) set_.ExtraLifePoints = std::to_string(100 * (i + 1));
-    if (Mid(digits, 7, 1) == "1") set_.UseWrapAround = true;
-    if (Mid(digits, 8, 1) == "1") set_.ArrowBlocksBreakable = true;
-}
 
 // Twelve row texts: six for in-row numbers 8 down to 1, six for 10 and 9.
 // `inHand` may already hold the first row. Returns why it failed, if it did.
@@ -96,12 +70,12 @@ ReadResult SourceReader::Read() {
     auto token = fields_.NextString();
     if (!token) {
         // Nothing has been replaced yet, so the editor keeps its set, as with a wrong origin.
-        ReadResult untouched = Refuse("");
+        ReadResult untouched = RefusedRead("");
         untouched.outcome.where = "line " + std::to_string(fields_.LastLine());
         untouched.outcome.why = "the file ends before the origin line";
         return untouched;
     }
-    if (token->find("9327h") == std::string::npos) return Refuse("Not compilable code.");
+    if (token->find("9327h") == std::string::npos) return RefusedRead("Not compilable code.");
 
     // From here the set is replaced: set_ starts as a reset set.
     token = fields_.NextString();
@@ -112,7 +86,7 @@ ReadResult SourceReader::Read() {
     if (set_.IsShardles()) {
         const auto settings = fields_.GetNextByte();
         if (!settings) return Stop("the file ends before the settings");
-        TakeSettings(*settings);
+        DecodeSettingsDigits(*settings, set_);
     }
 
     if (!fields_.NextString()) return Stop("the file ends before the title");  // CountOffset, unused
@@ -200,7 +174,7 @@ ReadResult SourceReader::Read() {
 }  // namespace
 
 WriteResult WriteSourceFile(const LevelSet& set) {
-    if (auto problem = image::Unexportable(set)) return Refused(*problem);
+    if (auto problem = image::Unexportable(set)) return RefusedWrite(*problem);
 
     const bool shardles = set.IsShardles();
     // A level is at most its label, ten rows of data and one of numbers.

@@ -20,20 +20,6 @@ int HexDigitValue(char c) {
     return -1;
 }
 
-// Sign, digits and an optional fraction at the front of `text`, rounded half
-// to even; 0 when the text does not start with a number.
-long LeadingNumber(std::string_view text) {
-    std::size_t end = 0;
-    if (end < text.size() && (text[end] == '+' || text[end] == '-')) ++end;
-    while (end < text.size() && IsDigit(text[end])) ++end;
-    if (end < text.size() && text[end] == '.') {
-        ++end;
-        while (end < text.size() && IsDigit(text[end])) ++end;
-    }
-    const auto number = ParseTypedNumber(text.substr(0, end));
-    return number ? static_cast<long>(RoundHalfEven(*number)) : 0;
-}
-
 }  // namespace
 
 void FieldReader::EndLine() {
@@ -110,9 +96,7 @@ int HexToDec(std::string_view text) {
 std::optional<long> DecimalTokenValue(std::string_view token) {
     while (!token.empty() && !(token.size() >= 3 && IsDigit(token.back()))) token.remove_suffix(1);
     if (token.empty()) return std::nullopt;
-    std::string_view last = token.substr(token.size() - 3);
-    while (!last.empty() && IsBlank(last.front())) last.remove_prefix(1);
-    return LeadingNumber(last);
+    return static_cast<long>(LeadingNumber(token.substr(token.size() - 3)).value_or(0));
 }
 
 std::optional<long> GetTokenValue(std::string_view token) {

@@ -1,8 +1,5 @@
 // shardles-convert: converts level sets between the editor's forms and JSON,
 // and reports what the editor's level checks would say about a set.
-#include <algorithm>
-#include <array>
-#include <cctype>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -17,9 +14,6 @@ namespace {
 using shd::Format;
 using shd::FormatId;
 using shd::GetFormat;
-
-constexpr std::array kAllForms{FormatId::MyFile, FormatId::OldMyFile, FormatId::List,
-                               FormatId::Source, FormatId::Program, FormatId::Json};
 
 constexpr const char* kHelp =
     "Usage: shardles-convert [--from FORM] [--to FORM] INPUT OUTPUT\n"
@@ -48,35 +42,8 @@ int UsageError(const std::string& reason) {
 }
 
 std::optional<FormatId> FormByName(std::string_view name) {
-    for (FormatId id : kAllForms)
-        if (name == GetFormat(id).name) return id;
-    return std::nullopt;
-}
-
-std::string Lower(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return lower;
-}
-
-// The form whose save filter lists the file's extension, in any case. The
-// older file has no save filter, so it is never guessed.
-std::optional<FormatId> FormByExtension(const std::string& path) {
-    const std::string name = Lower(shd::FileTitleOf(path));
-    for (FormatId id : kAllForms) {
-        std::string_view patterns = GetFormat(id).saveFilter;
-        const auto bar = patterns.find('|');
-        if (bar == std::string_view::npos) continue;
-        patterns.remove_prefix(bar + 1);
-        while (!patterns.empty()) {
-            const auto semicolon = patterns.find(';');
-            std::string_view pattern = patterns.substr(0, semicolon);
-            patterns.remove_prefix(semicolon == std::string_view::npos ? patterns.size() : semicolon + 1);
-            if (pattern.substr(0, 1) != "*") continue;
-            const std::string_view extension = pattern.substr(1);
-            if (name.size() > extension.size() && std::string_view(name).ends_with(extension)) return id;
-        }
-    }
+    for (const Format& format : shd::AllFormats())
+        if (name == format.name) return format.id;
     return std::nullopt;
 }
 
@@ -137,7 +104,7 @@ int main(int argc, char** argv) {
         return UsageError(command.check ? "--check takes one INPUT" : "give one INPUT and one OUTPUT");
 
     auto formOf = [](const std::optional<FormatId>& given, const std::string& path) -> std::optional<FormatId> {
-        return given ? given : FormByExtension(path);
+        return given ? given : shd::FormOfFileName(shd::FileTitleOf(path));
     };
     const std::string& input = command.files[0];
     const auto from = formOf(command.from, input);

@@ -1,6 +1,8 @@
 #include "editor/Editor.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 
 #include "files/FileIo.h"
 #include "model/Numbers.h"
@@ -54,31 +56,22 @@ bool IsPerLevel(Toggle which) {
            which == Toggle::Custom;
 }
 
-// The extension rule of the program file, applied to the file name only so a
-// dotted folder never swallows it.
-std::string WithProgramExtension(const std::string& path) {
-    if (path.size() >= 4 && path.compare(path.size() - 4, 4, ".83p") == 0) return path;
-    const std::string name = FileTitleOf(path);
-    if (name.find('.') != std::string::npos && name.size() >= 4)
-        return path.substr(0, path.size() - 4) + ".83p";
-    return path + ".83p";
-}
 }  // namespace
 
 // Records the handler it guards as one step, unless an outer handler already
-// records (the debugger's answers after a click belong to the click).
+// records (the debugger's answers after a click belong to the click) or a
+// stroke is open (its step is recorded when it ends).
 class StepRecorder {
 public:
     StepRecorder(Editor& editor, StepKind kind) : editor_(editor), kind_(kind) {
-        outermost_ = editor_.sink_ && editor_.recording_++ == 0 && !editor_.strokeOpen_;
+        outermost_ = editor_.recording_++ == 0 && !editor_.stroke_;
         if (outermost_) before_ = editor_.CaptureState();
     }
     ~StepRecorder() {
-        if (!editor_.sink_) return;
         --editor_.recording_;
         if (!outermost_) return;
         EditorState after = editor_.CaptureState();
-        if (!(after == before_)) editor_.sink_->Push({kind_, std::move(before_), std::move(after)});
+        if (!(after == before_)) editor_.history_.Push({kind_, std::move(before_), std::move(after)});
     }
     StepRecorder(const StepRecorder&) = delete;
     StepRecorder& operator=(const StepRecorder&) = delete;
@@ -95,8 +88,6 @@ Editor::Editor(Prompts& prompts, int screenWidth, int screenHeight)
     // Before Form_Load the window already has its design-time grid cell 0.
     set_ = shd::NewSet(GameKind::Shardles);
 }
-
-std::string Editor::LevelEntry(int level) { return "Level " + std::to_string(level); }
 
 // ---- start-up and shutdown ----
 
@@ -139,7 +130,7 @@ void Editor::NewSet(GameKind kind) {
     ui_.levelText = LevelEntry(1);
     ui_.focusedPalette = 0;
     ui_.status.clear();
-    if (sink_) sink_->Clear();
+    history_.Clear();
 }
 
 void Editor::ResetAll() {
@@ -244,10 +235,14 @@ void Editor::ApplyState(const EditorState& state) {
     ui_.marks = state.marks;
 }
 
-void Editor::BeginStroke() {
-    if (strokeOpen_ || !sink_) return;
-    strokeOpen_ = true;
-    strokeBefore_ = CaptureState();
+void Editor::Undo() {
+    EndStroke();
+    if (const EditorState* state = history_.Undo()) ApplyState(*state);
+}
+
+void Editor::Redo() {
+    EndStroke();
+    if (const EditorState* state = history_.Redo()) ApplyState(*state);
 }
 
 // ---- the Tricky menu ----
@@ -312,7 +307,6 @@ void Editor::PaintCell(int index, MouseButton button) {
     auto& cells = set_.Current().Cells;
     if (index < 0 || static_cast<std::size_t>(index) >= cells.size()) return;
     if (button != MouseButton::Left && button != MouseButton::Right) return;
-    BeginStroke();
     const int next = button == MouseButton::Left ? ui_.SelectedBlock : 0;
     std::uint8_t& cell = cells[static_cast<std::size_t>(index)];
     LevelRecord& record = set_.CurrentRecord();
@@ -322,21 +316,51 @@ void Editor::PaintCell(int index, MouseButton button) {
     cell = static_cast<std::uint8_t>(next);
 }
 
+void Editor::pctBox_MouseUp(int index, MouseButton button) {
+    PressCell(index, {}, button, static_cast<int>(button));
+    ReleaseButton(button);
+}
+
+void Editor::PressCell(int index, Point at, MouseButton button, int held) {
+    // A stroke whose release never came (the pointer was taken away) ends now;
+    // another button during a stroke does nothing.
+    if (stroke_ && !(held & static_cast<int>(stroke_->button))) EndStroke();
+    if (stroke_) return;
+    stroke_ = Stroke{button, index, at, CaptureState()};
+    PaintCell(index, button);  // the middle button paints nothing, but its release still runs the debugger
+}
+
+void Editor::DragTo(Point at, int held, const CellLocator& cellAt) {
+    if (!stroke_ || !(held & static_cast<int>(stroke_->button))) return;
+    // Walk the way from the last point one unit at a time, so a quick drag
+    // reported in big jumps still paints every cell it crossed.
+    const Point from = stroke_->last;
+    const int steps = std::max(std::abs(at.x - from.x), std::abs(at.y - from.y));
+    for (int s = 1; s <= steps; ++s) {
+        const double t = static_cast<double>(s) / steps;
+        const Point p{from.x + static_cast<int>(std::lround((at.x - from.x) * t)),
+                      from.y + static_cast<int>(std::lround((at.y - from.y) * t))};
+        const int cell = cellAt(p);
+        if (cell >= 0 && cell != stroke_->lastCell) PaintCell(cell, stroke_->button);
+        stroke_->lastCell = cell;
+    }
+    stroke_->last = at;
+}
+
+void Editor::ReleaseButton(MouseButton button) {
+    if (stroke_ && stroke_->button == button) EndStroke();
+}
+
 void Editor::EndStroke() {
+    if (!stroke_) return;
+    EditorState before = std::move(stroke_->before);
+    stroke_.reset();
     // The debugger's answers join the stroke's step.
     ++recording_;
     RunDebuggerIfOn();
     --recording_;
-    if (!strokeOpen_) return;
-    strokeOpen_ = false;
     EditorState after = CaptureState();
-    if (!(after == strokeBefore_)) sink_->Push({StepKind::Paint, std::move(strokeBefore_), std::move(after)});
-}
-
-void Editor::pctBox_MouseUp(int index, MouseButton button) {
-    BeginStroke();
-    PaintCell(index, button);
-    EndStroke();
+    if (!(after == before)) history_.Push({StepKind::Paint, std::move(before), std::move(after)});
 }
 
 bool Editor::Form_MouseDown(MouseButton button) {
@@ -451,161 +475,6 @@ void Editor::cmbBonus_Changed(const Bytes& text) {
 void Editor::cmbExLife_Changed(const Bytes& text) {
     StepRecorder step(*this, StepKind::ExtraLifePoints);
     set_.ExtraLifePoints = text;
-}
-
-// ---- files ----
-
-void Editor::ClosingSteps() {
-    set_.CurrentLevel = 1;
-    ui_.levelText = LevelEntry(1);
-    ShowLevel();
-    RunDebuggerIfOn();
-}
-
-void Editor::RememberFolder(const std::string& path) { lastFolder_ = FolderOf(path); }
-
-// A read replaces the set wholesale: the window goes through ResetAll and
-// GetFormReady for the new kind and level count, keeping marks as they do.
-void Editor::AdoptSet(LevelSet&& set) {
-    ResetAll();
-    set_ = std::move(set);
-    set_.CurrentLevel = 1;
-    GetFormReady();
-}
-
-void Editor::ReportRead(const std::string& path, const ReadResult& result) {
-    if (!result.complete() && !result.outcome.why.empty())
-        ui_.status = "Stopped reading " + FileTitleOf(path) + " at " + result.outcome.where + ": " +
-                     result.outcome.why;
-    else
-        ui_.status.clear();
-}
-
-bool Editor::CountAllLevels() {
-    for (int level = 1; level <= set_.LevelCount(); ++level) {
-        set_.CurrentLevel = level;
-        CountBlocks();
-        if (set_.IsShardles() && set_.Current().LastBlockCount == 0) {
-            // Leave the level to fix in view.
-            ShowCurrentLevelInList();
-            ShowLevel();
-            return false;
-        }
-    }
-    return true;
-}
-
-void Editor::ReadFromDialog(FormatId id, bool confirm) {
-    const Format& format = GetFormat(id);
-    const FileChoice choice = prompts_.OpenFileDialog(format.openFilter, lastFolder_);
-    if (choice.path.empty()) return;
-    std::string error;
-    const auto bytes = ReadWholeFile(choice.path, &error);
-    if (!bytes) {
-        ui_.status = "Could not read " + FileTitleOf(choice.path) + ": " + error;
-        return;
-    }
-    ReadResult result = format.read(*bytes);
-    if (result.refused()) {
-        if (result.outcome.message.empty()) ReportRead(choice.path, result);
-        else prompts_.Message(result.outcome.message);
-        return;
-    }
-    ReportRead(choice.path, result);
-    const bool complete = result.complete();
-    AdoptSet(std::move(result.set));
-    if (!complete) return;
-    if (confirm) prompts_.Message("Opened Succesfully");
-    RememberFolder(choice.path);
-}
-
-void Editor::OpenLevelFile(FormatId id) {
-    ReadFromDialog(id, true);
-    ClosingSteps();
-    if (sink_) sink_->Clear();
-}
-
-// Writes the set in `format` to `path`; a refusal is shown, a disk failure
-// goes to the status line. True when the file was written.
-bool Editor::WriteSet(const Format& format, const std::string& path, const std::string& title) {
-    const WriteResult written = format.write(set_, title);
-    if (!written.ok) {
-        prompts_.Message(written.message);
-        return false;
-    }
-    std::string error;
-    if (!WriteFileAtomic(path, written.bytes, &error)) {
-        ui_.status = "Could not save " + FileTitleOf(path) + ": " + error;
-        return false;
-    }
-    ui_.status.clear();
-    return true;
-}
-
-void Editor::SaveLevelFile(FormatId id) {
-    const Format& format = GetFormat(id);
-    if (!CountAllLevels()) return;
-    const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_);
-    if (!choice.path.empty() && WriteSet(format, choice.path, choice.title)) {
-        prompts_.Message("Saved Succesfully!");
-        RememberFolder(choice.path);
-    }
-    ClosingSteps();
-}
-
-void Editor::mnuOpenCode_Click() {
-    // The set is dropped before the file is even chosen. Level 1 stays as it
-    // was drawn, and with it the kind its grid was made for.
-    const GameKind kind = set_.Kind;
-    LevelLayout first = set_.Layout(1);
-    LevelRecord firstRecord = set_.Record(1);
-    ResetAll();
-    set_.Kind = kind;
-    set_.Layouts.assign(1, std::move(first));
-    set_.Records.assign(1, firstRecord);
-    ui_.levelCountLabel = "Number of Levels: 1";
-
-    ReadFromDialog(FormatId::Program, true);
-    ClosingSteps();
-    if (sink_) sink_->Clear();
-}
-
-void Editor::mnuOpenSource_Click() {
-    ReadFromDialog(FormatId::Source, false);  // reading source confirms nothing
-    ClosingSteps();
-    if (sink_) sink_->Clear();
-}
-
-void Editor::mnuSaveCode_Click() {
-    if (!CountAllLevels()) return;
-    const Format& format = GetFormat(FormatId::Program);
-    const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_);
-    if (choice.title.size() > 12) {
-        prompts_.Message(
-            "This name has to be 8 characters long because this is the name that is shown in the Calculator!");
-    } else if (!choice.path.empty()) {
-        if (CalculatorName(choice.title).empty()) {
-            ui_.status = "Could not compile: the file name " + choice.title + " is too short";
-        } else if (WriteSet(format, WithProgramExtension(choice.path), choice.title)) {
-            prompts_.Message("Succesfully compiled!");
-            RememberFolder(choice.path);
-        }
-    }
-    ClosingSteps();
-}
-
-void Editor::mnuSaveSource_Click() {
-    const Format& format = GetFormat(FormatId::Source);
-    const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_);
-    if (!choice.path.empty() && WriteSet(format, choice.path, choice.title)) {
-        // The writer walks the levels with the current level, leaving the last one current.
-        set_.CurrentLevel = set_.LevelCount();
-        ShowCurrentLevelInList();
-        prompts_.Message("Saved Succesfully");
-        RememberFolder(choice.path);
-        RunDebuggerIfOn();
-    }
-    ClosingSteps();
 }
 
 }  // namespace shd

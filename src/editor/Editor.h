@@ -3,14 +3,14 @@
 // dialog goes through `Prompts`.
 #pragma once
 
-#include <array>
+#include <functional>
+#include <optional>
 #include <string>
-#include <vector>
 
 #include "editor/History.h"
 #include "editor/Layout.h"
-#include "editor/WindowState.h"
 #include "editor/Prompts.h"
+#include "editor/WindowState.h"
 #include "formats/Formats.h"
 #include "model/LevelSet.h"
 #include "rules/CustomPiece.h"
@@ -22,7 +22,8 @@ namespace shd {
 inline constexpr const char* kProgramTitle = "Shardles/Tiltbash Level Editor";
 inline constexpr const char* kWindowCaption = "Rovakmoor's Shardles/Tiltbash Level Editor v3.0";
 
-// Mouse buttons as the grid and the window background report them.
+// Mouse buttons as the grid and the window background report them; a set
+// of buttons held down is their bits or'ed together.
 enum class MouseButton { Left = 1, Right = 2, Middle = 4 };
 
 // Virtual-key codes the handlers look at.
@@ -30,6 +31,9 @@ namespace keys {
 inline constexpr int Backspace = 8, End = 35, Home = 36, Left = 37, Right = 39, Delete = 46;
 bool IsEditingKey(int keyCode);  // the six keys that leave a text box unchecked
 }  // namespace keys
+
+// The grid cell under a point, or -1 where there is none.
+using CellLocator = std::function<int(Point)>;
 
 class Editor {
 public:
@@ -59,20 +63,27 @@ public:
     // Palette and grid.
     void optBlocks_Click(int index);
     void optBlocks_KeyDown(int keyCode);
-    void pctBox_MouseUp(int index, MouseButton button);
-    // A drag paints cell by cell and ends in one release: the same painting
-    // without the debugger, then EndStroke runs it once.
-    void PaintCell(int index, MouseButton button);
-    void EndStroke();
+    void pctBox_MouseUp(int index, MouseButton button);  // a click: press and release on one cell
     // Shows or hides the Shardles submenus; true when the Tricky menu should pop up.
     bool Form_MouseDown(MouseButton button);
+
+    // Drag painting. A press on a cell paints it and opens a stroke; each cell
+    // the pointer then enters is painted the same way, those it crosses
+    // between two reported points included; the release of the pressing
+    // button runs the debugger once, and the stroke is one undo step.
+    // `held` are the buttons down, as MouseButton bits.
+    void PressCell(int index, Point at, MouseButton button, int held);
+    void DragTo(Point at, int held, const CellLocator& cellAt);
+    void ReleaseButton(MouseButton button);
+    // Any other event ends an open stroke first, as its release would.
+    void EndStroke();
 
     // Level list and settings.
     void cmdAddLev_Click();
     void cmdLoseLev_Click();
     void cmbLevels_Click(int entryIndex);
     void txtTitle_Changed(const Bytes& text);  // every edit of the title box
-    void txtTitle_KeyUp(int keyCode);  // cuts the title to 20 characters
+    void txtTitle_KeyUp(int keyCode);          // cuts the title to 20 characters
     void txtBallx_KeyUp(int keyCode, const std::string& text);
     void txtBally_KeyUp(int keyCode, const std::string& text);
     void cmbBonus_Changed(const Bytes& text);
@@ -86,6 +97,12 @@ public:
     void mnuSaveCode_Click();
     void mnuSaveSource_Click();
 
+    // Undo and redo: every change to the set is one step.
+    bool CanUndo() const { return history_.CanUndo(); }
+    bool CanRedo() const { return history_.CanRedo(); }
+    void Undo();
+    void Redo();
+
     // The routines the handlers share.
     void ResetAll();
     void GetFormReady();
@@ -96,28 +113,25 @@ public:
     // The live block count of the current level for the status bar.
     int LiveBlockCount() const;
 
-    // Undo and redo: every recorded action goes to the sink as one step.
-    void SetStepSink(StepSink* sink) { sink_ = sink; }
-    EditorState CaptureState() const;
-    void ApplyState(const EditorState& state);
-    // A drag's first cell opens its step; EndStroke closes it.
-    void BeginStroke();
-
 private:
+    friend class StepRecorder;
+
     void NewSet(GameKind kind);
     void EditPicture(PictureKind kind);
     void SetBall(bool across, int keyCode, const std::string& text);
     void AddLevel();
+    void PaintCell(int index, MouseButton button);
+    void ShowCurrentLevelInList();
+    void RunDebuggerIfOn();
+    EditorState CaptureState() const;
+    void ApplyState(const EditorState& state);
+
+    // The file commands' shared steps.
     void ClosingSteps();
     void ReadFromDialog(FormatId format, bool confirm);
+    bool CountAllLevelsOrShow();
     bool WriteSet(const Format& format, const std::string& path, const std::string& title);
-    void RunDebuggerIfOn();
     void AdoptSet(LevelSet&& set);
-    bool CountAllLevels();  // false: a Shardles level has no last blocks (it is then shown)
-    void ShowCurrentLevelInList();
-    void RememberFolder(const std::string& path);
-    void ReportRead(const std::string& path, const ReadResult& result);
-    static std::string LevelEntry(int level);
 
     Prompts& prompts_;
     int screenWidth_;
@@ -127,12 +141,16 @@ private:
     std::string lastFolder_;
     std::string iniPath_;
 
-    // Recording of undo steps: only the outermost action of a handler records.
-    friend class StepRecorder;
-    StepSink* sink_ = nullptr;
-    int recording_ = 0;
-    bool strokeOpen_ = false;
-    EditorState strokeBefore_;
+    History history_;
+    int recording_ = 0;  // handlers running; only the outermost records its step
+
+    struct Stroke {
+        MouseButton button;
+        int lastCell;  // the cell the pointer was last over, -1 off the grid
+        Point last;
+        EditorState before;
+    };
+    std::optional<Stroke> stroke_;
 };
 
 }  // namespace shd

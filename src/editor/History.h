@@ -1,9 +1,10 @@
 // Undo and redo as whole-state steps: each user action that changes the set
-// is recorded as the state before and after it. The Qt window keeps these in
-// a QUndoStack; tests and other hosts can use History.
+// is kept as the state before and after it.
 #pragma once
 
 #include <cstddef>
+#include <deque>
+#include <string>
 #include <vector>
 
 #include "editor/WindowState.h"
@@ -11,16 +12,11 @@
 
 namespace shd {
 
-
+// What a step was, so that typing into one field can become one step.
 enum class StepKind {
     Paint, ResetLevel, AddLevel, RemoveLevel, Toggle, SpecialCount, BallX, BallY, Title, BonusClock,
     ExtraLifePoints, Picture,
 };
-
-const char* StepLabel(StepKind kind);
-
-// Consecutive edits of one text field make one step.
-bool MergesWithPrevious(StepKind kind);
 
 // What an undo step restores: the set and the parts of the window that show it.
 struct EditorState {
@@ -37,27 +33,23 @@ struct Step {
     EditorState before, after;
 };
 
-class StepSink {
+class History {
 public:
-    virtual ~StepSink() = default;
-    virtual void Push(Step step) = 0;  // a new step; the redo branch is dropped
-    virtual void Clear() = 0;          // a new or opened set starts an empty history
-};
-
-// A plain undo stack over steps.
-class History : public StepSink {
-public:
-    void Push(Step step) override;
-    void Clear() override;
+    // A new step; the redo branch goes. Typing into one text field that
+    // follows on directly from the last step joins it, and typing that ends
+    // where it began leaves no step.
+    void Push(Step step);
+    void Clear();
     bool CanUndo() const { return next_ > 0; }
     bool CanRedo() const { return next_ < steps_.size(); }
-    const Step* Undo();  // the step to roll back, or nullptr
-    const Step* Redo();  // the step to apply again, or nullptr
-    std::size_t size() const { return steps_.size(); }
+    // The state to go back or forward to, or nullptr when there is none.
+    const EditorState* Undo();
+    const EditorState* Redo();
 
 private:
-    std::vector<Step> steps_;
-    std::size_t next_ = 0;
+    static constexpr std::size_t kMostSteps = 500;  // each holds the whole set twice
+    std::deque<Step> steps_;
+    std::size_t next_ = 0;  // steps before this one are done
 };
 
 }  // namespace shd

@@ -14,6 +14,11 @@ struct TwipRect {
     bool operator==(const TwipRect&) const = default;
 };
 
+// A point on the grid's own surface, in whatever unit its cells are found by.
+struct Point {
+    int x = 0, y = 0;
+};
+
 constexpr int kCellHeight = 445;
 
 inline int CellWidth(GameKind kind) { return kind == GameKind::Shardles ? 600 : 660; }

@@ -9,6 +9,9 @@
 
 namespace shd {
 
+// A level's entry in the level list: "Level 3".
+inline std::string LevelEntry(int level) { return "Level " + std::to_string(level); }
+
 // Check marks of the Tricky menu entries.
 struct MenuMarks {
     bool Spotted = false, CenterLine = false, ZigZag = false, Custom = false;

@@ -118,23 +118,6 @@ std::optional<double> NumberOf(std::string_view text) {
     return std::nullopt;
 }
 
-// The number the item starts with ("12abc" is 12), rounded; nothing when it starts with none.
-std::optional<double> LeadingNumberOf(std::string_view text) {
-    std::size_t i = 0;
-    while (i < text.size() && (text[i] == ' ' || text[i] == '\t')) ++i;
-    std::size_t end = i;
-    if (end < text.size() && (text[end] == '+' || text[end] == '-')) ++end;
-    auto digits = [&] {
-        while (end < text.size() && text[end] >= '0' && text[end] <= '9') ++end;
-    };
-    digits();
-    if (end < text.size() && text[end] == '.') {
-        ++end;
-        digits();
-    }
-    return NumberOf(text.substr(i, end - i));
-}
-
 std::string Quote(std::string_view text) {
     constexpr std::size_t kShown = 20;
     if (text.size() <= kShown) return "\"" + std::string(text) + "\"";
@@ -153,10 +136,7 @@ public:
 
     void Section(std::string name) { section_ = std::move(name); }
 
-    void SetUpLevels(int count) {
-        MakeLevels(result_.set, count);
-        levelsReady_ = true;
-    }
+    void SetUpLevels(int count) { MakeLevels(result_.set, count); }
 
     std::optional<std::string_view> Line(std::string_view what) {
         const int line = scan_.Line();
@@ -185,7 +165,7 @@ public:
         const int line = scan_.Line();
         auto text = Line("the level count");
         if (!text) return false;
-        auto number = LeadingNumberOf(*text);
+        auto number = LeadingNumber(*text);
         if (!number || *number < 1 || *number > kMaxLevels)
             return Fail(line, "level count " + Quote(TrimBlanks(*text)) + " is not 1 to 255");
         count = static_cast<int>(*number);
@@ -219,7 +199,7 @@ public:
         auto item = NextItem();
         if (!item) return false;
         std::optional<double> number;
-        if (rule == ByteRule::LeadingPart) number = LeadingNumberOf(item->text).value_or(0);
+        if (rule == ByteRule::LeadingPart) number = LeadingNumber(item->text).value_or(0);
         else number = NumberOf(item->text);
         if (!number) return Fail(item->line, Quote(item->text) + " is not a number");
         if (*number < 0 || *number > 255) return Fail(item->line, Quote(item->text) + " does not fit a byte");
@@ -245,16 +225,9 @@ public:
         return true;
     }
 
-    // The set as far as it was read, made whole: a read that broke off before
-    // the levels were set up leaves one empty level of the kind read so far.
     ReadResult Finish(bool complete) {
-        if (!levelsReady_) MakeLevels(result_.set, 1);
+        if (!complete) return StoppedRead(std::move(result_.set), "line " + std::to_string(stopLine_), std::move(stopWhy_));
         result_.set.CurrentLevel = 1;
-        if (!complete) {
-            result_.outcome.status = ReadOutcome::Status::Stopped;
-            result_.outcome.where = "line " + std::to_string(stopLine_);
-            result_.outcome.why = std::move(stopWhy_);
-        }
         return std::move(result_);
     }
 
@@ -273,7 +246,6 @@ private:
 
     files::TextScanner scan_;
     ReadResult result_;
-    bool levelsReady_ = false;
     std::string section_;
     int stopLine_ = 0;
     std::string stopWhy_;
@@ -356,7 +328,7 @@ bool ReadLevels(SetReader& reader, Layout layout, int count) {
 ReadResult ReadEditorFile(std::string_view bytes, Layout layout) {
     SetReader reader(bytes);
     const auto magic = reader.Scan().ReadLine();
-    if (!magic || *magic != kMagic) return Refuse(std::string(kNotMine));
+    if (!magic || *magic != kMagic) return RefusedRead(std::string(kNotMine));
     int count = 0;
     const bool complete = reader.TextLine(reader.Set().Title, "the title") &&
                           ReadSetWide(reader, layout, count) && ReadLevels(reader, layout, count);
@@ -366,7 +338,7 @@ ReadResult ReadEditorFile(std::string_view bytes, Layout layout) {
 }  // namespace
 
 WriteResult WriteMyFile(const LevelSet& set) {
-    if (std::string why = WhyNotWritable(set); !why.empty()) return Refused(std::move(why));
+    if (std::string why = WhyNotWritable(set); !why.empty()) return RefusedWrite(std::move(why));
     TextOut out(ExpectedSize(set, 320));
     out.Line(kMagic);
     out.Line(set.Title);
@@ -394,7 +366,7 @@ WriteResult WriteMyFile(const LevelSet& set) {
 }
 
 WriteResult WriteListFile(const LevelSet& set) {
-    if (std::string why = WhyNotWritable(set); !why.empty()) return Refused(std::move(why));
+    if (std::string why = WhyNotWritable(set); !why.empty()) return RefusedWrite(std::move(why));
     TextOut out(ExpectedSize(set, 520));
     out.Line(set.Title);
     out.Line(kListHeader);
@@ -422,7 +394,7 @@ ReadResult ReadListFile(const std::string& bytes) {
     SetReader reader(bytes);
     const auto title = reader.Scan().ReadLine();
     const auto header = reader.Scan().ReadLine();
-    if (!title || !header || !header->starts_with("//L")) return Refuse(std::string(kNotList));
+    if (!title || !header || !header->starts_with("//L")) return RefusedRead(std::string(kNotList));
     reader.Set().Title = Bytes(*title);
     int count = 0;
     const bool complete = ReadSetWide(reader, Layout::List, count) && ReadLevels(reader, Layout::List, count);

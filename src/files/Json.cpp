@@ -601,13 +601,6 @@ std::string ParsePlace(std::string_view bytes, std::size_t offset) {
            std::to_string(column) + ")";
 }
 
-// A refusal still carries a usable set, as every reader's result does.
-ReadResult Refusal(std::string message) {
-    ReadResult result = Refuse(std::move(message));
-    result.set = NewSet(GameKind::Tiltbash);
-    return result;
-}
-
 }  // namespace
 
 WriteResult WriteJsonFile(const LevelSet& set) {
@@ -648,18 +641,18 @@ ReadResult ReadJsonFile(const std::string& bytes) {
         // keys by being looked up.
         constexpr unsigned kFlags = rapidjson::kParseDefaultFlags;
         const rapidjson::ParseResult parsed = parser.Parse<kFlags>(stream, reader);
-        if (reader.fault) return Refusal(reader.fault->place + ": " + reader.fault->reason);
+        if (reader.fault) return RefusedRead(reader.fault->place + ": " + reader.fault->reason);
         if (parsed.IsError())
-            return Refusal(ParsePlace(bytes, parsed.Offset()) + ": " + std::string(ParseReason(parsed.Code())));
+            return RefusedRead(ParsePlace(bytes, parsed.Offset()) + ": " + std::string(ParseReason(parsed.Code())));
         // The parser takes a zero byte for the end of the text.
         if (stream.Tell() < bytes.size())
-            return Refusal(ParsePlace(bytes, stream.Tell()) + ": something follows the end of the JSON value");
-        if (!reader.Finish()) return Refusal(reader.fault->place + ": " + reader.fault->reason);
+            return RefusedRead(ParsePlace(bytes, stream.Tell()) + ": something follows the end of the JSON value");
+        if (!reader.Finish()) return RefusedRead(reader.fault->place + ": " + reader.fault->reason);
         ReadResult result;
         result.set = std::move(reader.set);
         return result;
     } catch (const std::exception& e) {
-        return Refusal(std::string("cannot be read: ") + e.what());
+        return RefusedRead(std::string("cannot be read: ") + e.what());
     }
 }
 

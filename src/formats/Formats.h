@@ -2,6 +2,8 @@
 // handlers and by the converter alike.
 #pragma once
 
+#include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,6 +18,9 @@ struct Format {
     const char* name;        // the converter's name for it: "myfile", "program", ...
     const char* openFilter;  // the open dialog's filter
     const char* saveFilter;  // the save dialog's filter; "" when it is never written
+    // The extensions that name the form, the first one the one a saved file
+    // gets; none for the older file, which is never told by its name.
+    std::array<std::string_view, 2> extensions;
     ReadResult (*read)(const std::string& bytes);
     // `fileTitle` is the chosen file name without its folder (the program file
     // takes the calculator name from it). nullptr when it is never written.
@@ -24,9 +29,24 @@ struct Format {
 };
 
 const Format& GetFormat(FormatId id);
+const std::array<Format, 6>& AllFormats();
+
+// The form whose extension a file name ends in, in any case; nothing for an
+// extension no form has.
+std::optional<FormatId> FormOfFileName(std::string_view fileName);
 
 // The calculator name for a program file title: the last four characters
 // dropped, the rest in upper case. Empty when the title is shorter than four.
 std::string CalculatorName(std::string_view fileTitle);
+
+// The save dialog's rule for program files: a title of more than 12
+// characters gets the message the editor shows, since the calculator shows
+// at most eight and ".83p" takes the other four.
+std::optional<std::string> ProgramTitleFault(std::string_view fileTitle);
+
+// Reads the file at `path` as `format` and leaves the set as every open
+// leaves it: level 1 current, its piece counts recounted. A file that cannot
+// be read is a silent refusal whose `why` says so.
+ReadResult OpenFile(const Format& format, const std::string& path);
 
 }  // namespace shd

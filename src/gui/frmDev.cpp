@@ -16,7 +16,6 @@
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QStatusBar>
-#include <QUndoStack>
 #include <cmath>
 #include <cstdlib>
 
@@ -29,7 +28,6 @@ namespace shd::gui {
 namespace {
 const QColor kGrey(192, 192, 192);
 constexpr int kButtonPadding = 4;  // pixels a button's caption keeps from each side
-constexpr int kUndoLimit = 500;    // steps; each holds the whole set twice
 
 std::optional<MouseButton> ButtonOf(Qt::MouseButton button) {
     switch (button) {
@@ -38,6 +36,13 @@ std::optional<MouseButton> ButtonOf(Qt::MouseButton button) {
     case Qt::MiddleButton: return MouseButton::Middle;
     default: return std::nullopt;
     }
+}
+
+int ButtonsOf(Qt::MouseButtons held) {
+    int bits = 0;
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
+        if (held.testFlag(button)) bits |= static_cast<int>(*ButtonOf(button));
+    return bits;
 }
 
 // A caption of the client area and where its control stands.
@@ -164,11 +169,6 @@ frmDev::frmDev(Prompts* prompts, std::optional<ScreenMetrics> metrics, QWidget* 
     setCentralWidget(background_);
     connect(background_, &Background::pressed, this, &frmDev::BackgroundPressed);
 
-    undoStack_ = new QUndoStack(this);
-    undoStack_->setUndoLimit(kUndoLimit);
-    steps_ = std::make_unique<UndoSteps>(*undoStack_, [this](const EditorState& state) { ShowState(state); });
-    editor_.SetStepSink(steps_.get());
-
     BuildControls();
     BuildGrid();
     BuildMenus();
@@ -239,7 +239,10 @@ void frmDev::BuildGrid() {
     grid_->setObjectName(QStringLiteral("pctBox"));
     connect(grid_, &PictureGrid::pressed, this, &frmDev::CellPressed);
     connect(grid_, &PictureGrid::dragged, this, &frmDev::CellDragged);
-    connect(grid_, &PictureGrid::released, this, &frmDev::CellReleased);
+    connect(grid_, &PictureGrid::released, this, [this](Qt::MouseButton button) {
+        if (const auto b = ButtonOf(button)) editor_.ReleaseButton(*b);
+        Sync(false);
+    });
     connect(grid_, &PictureGrid::codeTyped, this, &frmDev::ChooseTypedCode);
     // Any other key acts as on the palette, so Left and Right still step after painting.
     connect(grid_, &PictureGrid::keyDown, this, [this](int key) { Run([&] { editor_.optBlocks_KeyDown(key); }, true); });
@@ -295,15 +298,11 @@ void frmDev::BuildMenus() {
     mnuUndo_ = mnuEdit->addAction(QStringLiteral("&Undo"));
     mnuUndo_->setObjectName(QStringLiteral("mnuUndo"));
     mnuUndo_->setShortcuts(QKeySequence::Undo);
-    mnuUndo_->setEnabled(undoStack_->canUndo());
-    connect(mnuUndo_, &QAction::triggered, this, [this] { Run([&] { undoStack_->undo(); }); });
-    connect(undoStack_, &QUndoStack::canUndoChanged, mnuUndo_, &QAction::setEnabled);
+    connect(mnuUndo_, &QAction::triggered, this, [this] { Run([&] { editor_.Undo(); }); });
     mnuRedo_ = mnuEdit->addAction(QStringLiteral("&Redo"));
     mnuRedo_->setObjectName(QStringLiteral("mnuRedo"));
     mnuRedo_->setShortcuts(QKeySequence::Redo);
-    mnuRedo_->setEnabled(undoStack_->canRedo());
-    connect(mnuRedo_, &QAction::triggered, this, [this] { Run([&] { undoStack_->redo(); }); });
-    connect(undoStack_, &QUndoStack::canRedoChanged, mnuRedo_, &QAction::setEnabled);
+    connect(mnuRedo_, &QAction::triggered, this, [this] { Run([&] { editor_.Redo(); }); });
 
     mnuCreate_ = AddMenu(bar, "&Create", "mnuCreate");
     AddAction(mnuCreate_, "&Normal Shardle", "mnuCreateNormShd", [&e] { e.mnuCreateNormShd_Click(); });
@@ -360,14 +359,9 @@ void frmDev::Start(const QString& iniPath, const QString& programFolder) {
 
 void frmDev::Run(const std::function<void()>& handler, bool focusPalette) {
     // Whatever comes in while a button is still down on the grid ends its stroke first.
-    CloseStroke();
+    editor_.EndStroke();
     handler();
     Sync(focusPalette);
-}
-
-void frmDev::ShowState(const EditorState& state) {
-    editor_.ApplyState(state);
-    Sync(false);
 }
 
 void frmDev::SyncFromState() { Sync(false); }
@@ -394,6 +388,8 @@ void frmDev::Sync(bool focusPalette) {
     SyncTexts();
     SyncMenus();
     SyncStatus();
+    mnuUndo_->setEnabled(editor_.CanUndo());
+    mnuRedo_->setEnabled(editor_.CanRedo());
 
     const bool shardles = ui.shardlesControlsVisible;
     for (QWidget* w : std::initializer_list<QWidget*>{lblBonus_, cmbBonus_, lblExLife_, cmbExLife_, lblBallx_,
@@ -465,60 +461,22 @@ void frmDev::SyncStatus() {
 
 // ---- mouse ----
 
-// A stroke: the press paints its cell, each cell the pointer then enters is
-// painted the same way, and the release runs the debugger once. A press and
-// release on one cell is the plain click it always was.
+// The stroke's rules are the editor's; the grid reports where the pointer
+// went, in the window's client area, and which cell lies there.
 void frmDev::CellPressed(int index, Qt::MouseButton button, Qt::MouseButtons held, QPoint globalPosition) {
-    // A stroke whose release never came (the pointer was taken away) ends now.
-    if (stroke_ && !held.testFlag(stroke_->button)) CloseStroke();
-    if (stroke_) return;  // another button during a stroke does nothing
     const auto b = ButtonOf(button);
     if (!b) return;
-    Run([&] {
-        editor_.BeginStroke();
-        editor_.PaintCell(index, *b);  // the middle button paints nothing
-    });
-    stroke_ = Stroke{button, index, globalPosition};
+    const QPoint at = background_->mapFromGlobal(globalPosition);
+    editor_.PressCell(index, {at.x(), at.y()}, *b, ButtonsOf(held));
+    Sync(false);
 }
 
 void frmDev::CellDragged(QPoint globalPosition, Qt::MouseButtons held) {
-    if (!stroke_ || !held.testFlag(stroke_->button)) return;
-    const MouseButton b = *ButtonOf(stroke_->button);
-    // Walk the way from the last position pixel by pixel, so a quick drag
-    // that Qt reports in big jumps still paints every cell it crossed.
-    const QPoint from = background_->mapFromGlobal(stroke_->lastPosition);
-    const QPoint to = background_->mapFromGlobal(globalPosition);
-    const int steps = std::max(std::abs(to.x() - from.x()), std::abs(to.y() - from.y()));
-    std::vector<int> entered;
-    int last = stroke_->lastCell;
-    for (int s = 1; s <= steps; ++s) {
-        const double t = static_cast<double>(s) / steps;
-        const QPoint p(from.x() + static_cast<int>(std::lround((to.x() - from.x()) * t)),
-                       from.y() + static_cast<int>(std::lround((to.y() - from.y()) * t)));
-        const int cell = CellAt(p);
-        if (cell >= 0 && cell != last) entered.push_back(cell);
-        last = cell;
-    }
-    stroke_->lastCell = last;
-    stroke_->lastPosition = globalPosition;
-    if (entered.empty() || b == MouseButton::Middle) return;
-    for (const int cell : entered) editor_.PaintCell(cell, b);
+    const QPoint at = background_->mapFromGlobal(globalPosition);
+    editor_.DragTo({at.x(), at.y()}, ButtonsOf(held),
+                   [this](Point p) { return grid_->cellAt(QPoint(p.x, p.y) - grid_->pos()); });
     Sync(false);
 }
-
-void frmDev::CellReleased(Qt::MouseButton button) {
-    if (!stroke_ || stroke_->button != button) return;
-    CloseStroke();
-    Sync(false);
-}
-
-void frmDev::CloseStroke() {
-    if (!stroke_) return;
-    stroke_.reset();
-    editor_.EndStroke();
-}
-
-int frmDev::CellAt(QPoint backgroundPosition) const { return grid_->cellAt(backgroundPosition - grid_->pos()); }
 
 // ---- keys and closing ----
 

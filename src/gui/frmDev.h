@@ -14,7 +14,6 @@
 #include "gui/BlockPictures.h"
 #include "gui/QtPrompts.h"
 #include "gui/Twips.h"
-#include "gui/UndoSteps.h"
 
 class QAction;
 class QComboBox;
@@ -22,7 +21,6 @@ class QLabel;
 class QLineEdit;
 class QMenu;
 class QPushButton;
-class QUndoStack;
 
 namespace shd::gui {
 
@@ -57,7 +55,6 @@ public:
     // Where a cell stands on the window's client area, as a control of its own would.
     QRect cellGeometry(int index) const;
     QMenu* trickyMenu() const { return mnuTrickey_; }
-    QUndoStack* undoStack() const { return undoStack_; }
 
     // Shows the state: every control, picture, text, check mark and visibility.
     void SyncFromState();
@@ -82,13 +79,9 @@ private:
     void SyncMenus();
 
     void SyncStatus();
-    void ShowState(const EditorState& state);
 
     void CellPressed(int index, Qt::MouseButton button, Qt::MouseButtons held, QPoint globalPosition);
     void CellDragged(QPoint globalPosition, Qt::MouseButtons held);
-    void CellReleased(Qt::MouseButton button);
-    void CloseStroke();
-    int CellAt(QPoint backgroundPosition) const;
     void ChooseTypedCode(int code);
     void BackgroundPressed(Qt::MouseButton button, QPoint globalPosition);
 
@@ -101,16 +94,6 @@ private:
     int loadedGeneration_ = -1;
     bool syncing_ = false;
 
-    // A button held down on the grid: the cells it paints until its release.
-    struct Stroke {
-        Qt::MouseButton button;
-        int lastCell;          // the cell the pointer was last seen over, -1 off the grid
-        QPoint lastPosition;   // global
-    };
-    std::optional<Stroke> stroke_;
-
-    QUndoStack* undoStack_ = nullptr;
-    std::unique_ptr<UndoSteps> steps_;
     QAction* mnuUndo_ = nullptr;
     QAction* mnuRedo_ = nullptr;
     QLabel* statusLine_ = nullptr;

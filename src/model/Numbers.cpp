@@ -43,6 +43,19 @@ std::optional<double> ParseTypedNumber(std::string_view text) {
     return negative ? -value : value;
 }
 
+std::optional<double> LeadingNumber(std::string_view text) {
+    std::size_t start = 0;
+    while (start < text.size() && (text[start] == ' ' || text[start] == '\t')) ++start;
+    std::size_t end = start;
+    if (end < text.size() && (text[end] == '+' || text[end] == '-')) ++end;
+    while (end < text.size() && IsDigit(text[end])) ++end;
+    if (end < text.size() && text[end] == '.')
+        for (++end; end < text.size() && IsDigit(text[end]);) ++end;
+    const auto number = ParseTypedNumber(text.substr(start, end - start));
+    if (!number) return std::nullopt;
+    return RoundHalfEven(*number);
+}
+
 double RoundHalfEven(double value) { return std::nearbyint(value); }
 
 std::string DecimalText(long value) { return std::to_string(value); }

@@ -12,6 +12,10 @@ namespace shd {
 // a number.
 std::optional<double> ParseTypedNumber(std::string_view text);
 
+// The number a text starts with, after blanks ("12abc" is 12, "-3.5;x" is
+// -4), rounded as below; nothing when it starts with none.
+std::optional<double> LeadingNumber(std::string_view text);
+
 // Nearest whole number, a half going to the even neighbour.
 double RoundHalfEven(double value);
 

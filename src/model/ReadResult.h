@@ -18,6 +18,12 @@ struct ReadOutcome {
     std::string message;  // Refused: the text shown to the user
     std::string where;    // Stopped: "line 12" or "byte 130"
     std::string why;      // Stopped: what was wrong there
+
+    // What went wrong, in one line: the refusal's message, or where and why.
+    std::string Text() const {
+        if (!message.empty()) return message;
+        return where.empty() ? why : where + ": " + why;
+    }
 };
 
 struct ReadResult {
@@ -29,12 +35,22 @@ struct ReadResult {
     bool stopped() const { return outcome.status == ReadOutcome::Status::Stopped; }
 };
 
-inline ReadResult Refuse(std::string message) {
+// A file turned away: the set is a fresh one, consistent although the
+// editor keeps its own.
+inline ReadResult RefusedRead(std::string message) {
     ReadResult result;
-    MakeLevels(result.set, 1);  // consistent even though the editor keeps its own
+    MakeLevels(result.set, 1);
     result.outcome.status = ReadOutcome::Status::Refused;
     result.outcome.message = std::move(message);
     return result;
+}
+
+// A read that broke off: the set keeps what was read, with one empty level
+// when the levels were not set up yet, and level 1 current.
+inline ReadResult StoppedRead(LevelSet set, std::string where, std::string why) {
+    if (set.LevelCount() == 0) MakeLevels(set, 1);
+    set.CurrentLevel = 1;
+    return {std::move(set), {ReadOutcome::Status::Stopped, {}, std::move(where), std::move(why)}};
 }
 
 // A writer's product: the file's bytes, or a refusal with the text to show.
@@ -45,6 +61,6 @@ struct WriteResult {
 };
 
 inline WriteResult Written(std::string bytes) { return {true, std::move(bytes), {}}; }
-inline WriteResult Refused(std::string message) { return {false, {}, std::move(message)}; }
+inline WriteResult RefusedWrite(std::string message) { return {false, {}, std::move(message)}; }
 
 }  // namespace shd

@@ -35,6 +35,16 @@ BlockCounts ComputeBlockCounts(const LevelSet& set, int level) {
     return counts;
 }
 
+int CountAllLevels(LevelSet& set) {
+    for (int level = 1; level <= set.LevelCount(); ++level) {
+        const BlockCounts counts = ComputeBlockCounts(set, level);
+        set.Layout(level).BlockCount = counts.blockCount;
+        set.Layout(level).LastBlockCount = counts.lastBlockCount;
+        if (counts.missingLastBlocks) return level;
+    }
+    return 0;
+}
+
 std::string NoLastBlocksMessage(int level) { return "Level #" + std::to_string(level) + " has no Last Blocks."; }
 
 const std::array<DebugCheck, 9>& DebugChecks() {

@@ -17,6 +17,11 @@ struct BlockCounts {
 // What CountBlocks computes for one level, without changing anything.
 BlockCounts ComputeBlockCounts(const LevelSet& set, int level);
 
+// CountBlocks on every level from the first, as saving runs it: each level's
+// fresh counts are stored. Stops at the first Shardles level without a last
+// block and returns its number; 0 when every level was counted.
+int CountAllLevels(LevelSet& set);
+
 // "Level #N has no Last Blocks."
 std::string NoLastBlocksMessage(int level);
 

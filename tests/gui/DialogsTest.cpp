@@ -1,28 +1,33 @@
-// The real dialogs behind the editor's prompts, answered while they are
-// open, and the custom piece dialog's cells and buttons.
+// The real dialogs behind the editor's prompts, answered while they are open,
+// the custom piece dialog, and the small pieces under the windows.
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTemporaryDir>
+#include <QStandardPaths>
+#include <QStyleFactory>
+#include <QStyleOption>
 #include <QTest>
 #include <QTimer>
 #include <functional>
 
+#include "editor/Layout.h"
+#include "gui/BlockPictures.h"
+#include "gui/EditorStyle.h"
 #include "gui/QtPrompts.h"
 #include "gui/Text.h"
 #include "gui/Widgets.h"
 #include "gui/frmCusShd.h"
-#include "model/LevelSet.h"
+#include "gui/frmDev.h"
+#include "support/Support.h"
 
-namespace shd::gui::test {
+namespace shd::gui {
 namespace {
 
-const QString kTitle = QStringLiteral("Shardles/Tiltbash Level Editor");
 const ScreenMetrics kScreen{96, 96, QSize(1024, 768)};  // 15 twips to a pixel
 
 // Runs `answer` on the modal dialog as soon as it is up.
@@ -30,41 +35,21 @@ template <typename Dialog>
 void WhenShown(std::function<void(Dialog*)> answer) {
     QTimer::singleShot(0, qApp, [answer = std::move(answer)] {
         auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-        if (!dialog) {
-            ADD_FAILURE() << "no dialog of the expected kind";
-            if (QWidget* other = QApplication::activeModalWidget()) other->close();
-            return;
-        }
-        answer(dialog);
+        if (dialog) return answer(dialog);
+        ADD_FAILURE() << "no dialog of the expected kind";
+        if (QWidget* other = QApplication::activeModalWidget()) other->close();
     });
 }
 
-class DialogTest : public ::testing::Test {
-protected:
+TEST(Dialogs, BoxesHaveTheProgramsTitleTheTextAsItIsAndTheirButtons) {
     QWidget parent;
-    QtPrompts prompts{&parent, kScreen};
-    LevelSet set = NewSet(GameKind::Shardles);
-
-    static QPushButton* Button(const frmCusShd& dialog, const char* name) {
-        auto* button = dialog.findChild<QPushButton*>(QString::fromLatin1(name));
-        EXPECT_NE(button, nullptr) << name;
-        return button;
-    }
-    static QString Captions(const frmCusShd& dialog, std::initializer_list<int> cells) {
-        QString captions;
-        for (int n : cells) captions += dialog.cell(n)->text();
-        return captions;
-    }
-};
-
-TEST_F(DialogTest, MessageBoxesHaveTheProgramTitleTheTextAsItIsAndTheirButtons) {
+    QtPrompts prompts(&parent, kScreen);
     using B = QMessageBox;
-    const std::string text = "You have a Spotted Shardle without a Changer.  Set Spotted as Unused?";
-    // Expects a box with `buttons` and presses `press`, or Esc for none.
+    const std::string text = "Two  blanks & an ampersand";
     auto answer = [&](B::StandardButtons buttons, B::StandardButton press) {
         WhenShown<B>([=](B* box) {
-            EXPECT_EQ(box->windowTitle(), kTitle);
-            EXPECT_EQ(box->text(), QString::fromStdString(text));  // the double blank kept
+            EXPECT_EQ(box->windowTitle(), QStringLiteral("Shardles/Tiltbash Level Editor"));
+            EXPECT_EQ(box->text(), QString::fromStdString(text));
             EXPECT_EQ(box->standardButtons(), buttons);
             if (press == B::NoButton) QTest::keyClick(box, Qt::Key_Escape);
             else box->button(press)->click();
@@ -72,113 +57,78 @@ TEST_F(DialogTest, MessageBoxesHaveTheProgramTitleTheTextAsItIsAndTheirButtons) 
     };
     answer(B::Ok, B::Ok);
     prompts.Message(text);
-    answer(B::Yes | B::No, B::Yes);
-    EXPECT_TRUE(prompts.AskYesNo(text));
     answer(B::Yes | B::No, B::No);
     EXPECT_FALSE(prompts.AskYesNo(text));
-    for (const auto& [press, expected] : {std::pair{B::Yes, Answer::Yes}, std::pair{B::No, Answer::No},
-                                          std::pair{B::NoButton, Answer::Cancel}}) {
+    for (const auto& [press, expected] : {std::pair{B::Yes, Answer::Yes}, {B::No, Answer::No}, {B::NoButton, Answer::Cancel}}) {
         answer(B::Yes | B::No | B::Cancel, press);
         EXPECT_EQ(prompts.AskYesNoCancel(text), expected);
     }
-}
-
-TEST_F(DialogTest, InputBoxShowsPromptAndDefaultAndCancelGivesNothing) {
     WhenShown<QInputDialog>([](QInputDialog* dialog) {
-        EXPECT_EQ(dialog->windowTitle(), kTitle);
-        EXPECT_EQ(dialog->labelText(), QStringLiteral("How many?"));
-        EXPECT_EQ(dialog->textValue(), QStringLiteral("0"));
+        EXPECT_EQ(dialog->labelText() + dialog->textValue(), QStringLiteral("How many?0"));
         dialog->setTextValue(QStringLiteral("12"));
         dialog->accept();
     });
     EXPECT_EQ(prompts.InputBox("How many?", "0"), "12");
     WhenShown<QInputDialog>([](QInputDialog* dialog) { dialog->reject(); });
     EXPECT_EQ(prompts.InputBox("How many?", "5"), "");
-}
 
-TEST_F(DialogTest, SaveDialogStartsInTheFolderWithNoNameAndReplacesWithoutAsking) {
-    QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("levels.rsx"));
-    QFile existing(file);
-    ASSERT_TRUE(existing.open(QIODevice::WriteOnly));
-    existing.close();
+    test::TempDir folder;
     WhenShown<QFileDialog>([&](QFileDialog* dialog) {
-        EXPECT_EQ(dialog->acceptMode(), QFileDialog::AcceptSave);
-        EXPECT_EQ(QDir(dialog->directory()).canonicalPath(), QDir(folder.path()).canonicalPath());
-        EXPECT_TRUE(dialog->testOption(QFileDialog::DontConfirmOverwrite));
-        EXPECT_TRUE(dialog->defaultSuffix().isEmpty());
+        EXPECT_EQ(QDir(dialog->directory()).canonicalPath(), QDir(PathText(folder.path)).canonicalPath());
+        EXPECT_TRUE(dialog->testOption(QFileDialog::DontConfirmOverwrite) && dialog->defaultSuffix().isEmpty());
         EXPECT_EQ(dialog->nameFilters(), QStringList{QStringLiteral("My File (*.rxs) (*.rsx)")});
-        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        ASSERT_NE(name, nullptr);
-        EXPECT_TRUE(name->text().isEmpty());
-        dialog->selectFile(file);
+        dialog->selectFile(PathText(folder / "levels.rsx"));
         QMetaObject::invokeMethod(dialog, "accept");  // as the Save button does
     });
-    const FileChoice choice = prompts.SaveFileDialog("My File (*.rxs)|*.rsx", PathBytes(folder.path()));
-    EXPECT_EQ(choice.path, PathBytes(file));
-    EXPECT_EQ(choice.title, "levels.rsx");
-
+    const FileChoice choice = prompts.SaveFileDialog("My File (*.rxs)|*.rsx", folder.path);
+    EXPECT_EQ(choice.path + "|" + choice.title, folder / "levels.rsx" + "|levels.rsx");
     WhenShown<QFileDialog>([](QFileDialog* dialog) { dialog->reject(); });
-    EXPECT_TRUE(prompts.OpenFileDialog("TI-83 List File|*.83l", PathBytes(folder.path())).path.empty());
+    EXPECT_TRUE(prompts.OpenFileDialog("TI-83 List File|*.83l", folder.path).path.empty());
+    EXPECT_EQ(QtFilter("TI-83 Source Files (*.z80, *.asm)|*.z80;*.asm"),
+              QStringLiteral("TI-83 Source Files (*.z80, *.asm) (*.z80 *.asm)"));
+    EXPECT_EQ(QtFilter("Any Readable Files|*.*|B|*.b"), QStringLiteral("Any Readable Files (*);;B (*.b)"));
 }
 
-TEST_F(DialogTest, CellsStandInTheDisplayedColumnOrderAndButtonsInOneRowBelow) {
-    CustomPieceEdit edit(set, PictureKind::Normal);
-    frmCusShd dialog(edit, kScreen);
-    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Create a Shardle"));
-    EXPECT_EQ(dialog.cell(8)->geometry(), QRect(56, 16, 9, 17));  // left 840, top 240
-    EXPECT_EQ(dialog.cell(8)->objectName(), QStringLiteral("lblCusShd8"));
-    // Columns 240 twips apart in the order 8 ... 1, 10, 9; rows 360 twips apart.
-    const int lefts[] = {168, 152, 136, 120, 104, 88, 72, 56, 200, 184};  // cells 1 to 10
-    for (int row = 0; row < 6; ++row)
-        for (int c = 1; c <= 10; ++c)
-            EXPECT_EQ(dialog.cell(10 * row + c)->pos(), QPoint(lefts[c - 1], 16 + 24 * row)) << 10 * row + c;
-
-    // From the left in one row below the cells, each wide enough for its caption.
-    QRect last(0, dialog.cell(60)->geometry().bottom() + 1, 0, 0);
-    for (const auto& [name, caption] : {std::pair{"cmdOK", "OK"}, std::pair{"cmdDefault", "Default"},
-                                        std::pair{"cmdReset", "Reset"}, std::pair{"cmdCancel", "Cancel"}}) {
-        QPushButton* button = Button(dialog, name);
-        ASSERT_NE(button, nullptr);
-        EXPECT_EQ(button->text(), QString::fromLatin1(caption));
-        EXPECT_TRUE(button->x() > last.right() && button->y() >= last.y() && dialog.rect().contains(button->geometry()));
-        EXPECT_GE(button->width(), button->sizeHint().width());
-        last = button->geometry();
-    }
-    EXPECT_EQ(Button(dialog, "cmdCancel")->y(), Button(dialog, "cmdOK")->y());
-    EXPECT_TRUE(Button(dialog, "cmdOK")->isDefault());
-}
-
-TEST_F(DialogTest, ClicksDefaultAndResetRedrawTheCellsButStoreNothing) {
-    set.CustomChangerPicture.at(3) = 1;
+TEST(Dialogs, TheCustomPieceDialogShowsTheColumnsInItsOrderAndItsButtonsEdit) {
+    LevelSet set = NewSet(GameKind::Shardles);
     set.CustomChangerPicture.at(4) = 7;  // only a file brings such a value
     CustomPieceEdit edit(set, PictureKind::Change);
     frmCusShd dialog(edit, kScreen);
-    EXPECT_EQ(Captions(dialog, {3, 4, 5}), QStringLiteral("170"));
-    for (int n : {3, 5, 4}) QTest::mouseClick(dialog.cell(n), Qt::LeftButton);
-    EXPECT_EQ(Captions(dialog, {3, 4, 5}), QStringLiteral("071"));
-    EXPECT_EQ(edit.value(5), 1);
-    EXPECT_EQ(set.CustomChangerPicture.at(5), 0);  // stored only on OK, by the editor
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Create a Shardle"));
+    const int lefts[] = {168, 152, 136, 120, 104, 88, 72, 56, 200, 184};  // cells 1 to 10, from 840 twips
+    for (int n = 1; n <= 60; ++n)
+        EXPECT_EQ(dialog.cell(n)->geometry(), QRect(lefts[(n - 1) % 10], 16 + 24 * ((n - 1) / 10), 9, 17)) << n;
+    auto captions = [&](std::initializer_list<int> cells) {
+        QString text;
+        for (int n : cells) text += dialog.cell(n)->text();
+        return text;
+    };
+    for (int n : {3, 4}) QTest::mouseClick(dialog.cell(n), Qt::LeftButton);
+    EXPECT_EQ(captions({3, 4, 5}), QStringLiteral("170"));
+    EXPECT_EQ(set.CustomChangerPicture.at(3), 0);  // stored only on OK, by the editor
+    auto button = [&](const char* name) { return dialog.findChild<QPushButton*>(QString::fromLatin1(name)); };
+    QTest::mouseClick(button("cmdDefault"), Qt::LeftButton);
+    EXPECT_EQ(captions({1, 8, 11, 15}), QStringLiteral("1010"));
+    QTest::mouseClick(button("cmdReset"), Qt::LeftButton);
+    EXPECT_EQ(captions({1, 4, 11}), QStringLiteral("000"));
+    EXPECT_TRUE(button("cmdOK")->isDefault());
+    int left = 0;
+    for (const char* name : {"cmdOK", "cmdDefault", "cmdReset", "cmdCancel"}) {
+        EXPECT_GT(button(name)->x(), left) << name;  // one row below the cells, in this order
+        EXPECT_GT(button(name)->y(), dialog.cell(60)->geometry().bottom());
+        left = button(name)->x();
+    }
 
-    QTest::mouseClick(Button(dialog, "cmdDefault"), Qt::LeftButton);
-    EXPECT_EQ(Captions(dialog, {1, 8, 11, 15}), QStringLiteral("1010"));  // with the changer's extra columns
-    QTest::mouseClick(Button(dialog, "cmdReset"), Qt::LeftButton);
-    for (int n = 1; n <= 60; ++n) EXPECT_EQ(dialog.cell(n)->text(), QStringLiteral("0")) << n;
-}
-
-TEST_F(DialogTest, TheCustomPieceDialogOpensInTheMiddleOkAndEnterAcceptCancelAndEscReject) {
-    CustomPieceEdit edit(set, PictureKind::Normal);
+    QWidget parent;
+    QtPrompts prompts(&parent, kScreen);
     const std::pair<std::function<void(frmCusShd*)>, bool> closings[] = {
-        {[](frmCusShd* d) { QTest::mouseClick(Button(*d, "cmdOK"), Qt::LeftButton); }, true},
         {[](frmCusShd* d) { QTest::keyClick(d, Qt::Key_Return); }, true},
-        {[](frmCusShd* d) { QTest::mouseClick(Button(*d, "cmdCancel"), Qt::LeftButton); }, false},
         {[](frmCusShd* d) { QTest::keyClick(d, Qt::Key_Escape); }, false}};
     for (const auto& [close, accepted] : closings) {
-        WhenShown<frmCusShd>([&](frmCusShd* dialog) {
-            EXPECT_EQ(dialog->pos(), QPoint((1024 - dialog->width()) / 2, (768 - dialog->height()) / 2));
-            QTest::mouseClick(dialog->cell(8), Qt::LeftButton);
-            close(dialog);
-            EXPECT_FALSE(dialog->isVisible());
+        WhenShown<frmCusShd>([&](frmCusShd* shown) {
+            EXPECT_EQ(shown->pos(), QPoint((1024 - shown->width()) / 2, (768 - shown->height()) / 2));
+            QTest::mouseClick(shown->cell(8), Qt::LeftButton);
+            close(shown);
         });
         EXPECT_EQ(prompts.EditPicture(edit), accepted);
         EXPECT_EQ(edit.value(8), 1);  // the dialog works on the editor's own edit
@@ -186,5 +136,52 @@ TEST_F(DialogTest, TheCustomPieceDialogOpensInTheMiddleOkAndEnterAcceptCancelAnd
     }
 }
 
+TEST(Pieces, TextsCrossAsWindows1252AndTheSettingsFileFindsAFolderItCanWrite) {
+    std::string all;
+    for (int b = 0; b < 256; ++b) all += static_cast<char>(b);
+    EXPECT_EQ(ToBytes(ToQt(all)), all);
+    EXPECT_EQ(ToQt("\x80\x9f\xe9"), QString::fromUtf8("\xE2\x82\xAC\xC5\xB8\xC3\xA9"));
+    EXPECT_EQ(ToBytes(QString::fromUtf8("A\xC4\x89\xF0\x9F\x98\x80" "b")), "A??b");  // an emoji is one "?"
+    test::TempDir folder;
+    EXPECT_EQ(SettingsPath(PathText(folder.path)), PathText(folder / "info.ini"));
+    QStandardPaths::setTestModeEnabled(true);
+    const QString elsewhere = SettingsPath(QStringLiteral("/no/such/folder"));
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+    QStandardPaths::setTestModeEnabled(false);
+    EXPECT_EQ(elsewhere, QDir(config).filePath(QStringLiteral("info.ini")));
+    EXPECT_TRUE(QDir(config).exists());
+}
+
+TEST(Pieces, EveryBlockLooksDifferentAndWhatCannotBeReadIsADrawnTile) {
+    for (GameKind kind : {GameKind::Shardles, GameKind::Tiltbash}) {
+        std::array<std::string, 16> files;
+        for (int code = 0; code < 16; ++code) files[static_cast<std::size_t>(code)] = PictureFile(kind, code);
+        files[3] = "../README.md";  // not a picture
+        BlockPictures pictures;
+        pictures.Load(QStringLiteral(ASSETS_DIR), files);
+        for (int a = 0; a < 16; ++a) {
+            EXPECT_EQ(pictures.IsDrawnTile(a), a == 3) << a;
+            for (int b = a + 1; b < 16; ++b) EXPECT_NE(pictures.Of(a).toImage(), pictures.Of(b).toImage()) << a << b;
+        }
+        EXPECT_EQ(pictures.Of(3).toImage(), BlockPictures::Tile(QStringLiteral("3")).toImage());
+        EXPECT_EQ(pictures.Of(kUnknownPicture).toImage(), BlockPictures::Tile(QStringLiteral("?")).toImage());
+    }
+}
+
+TEST(Pieces, TheMenuBarsOverflowArrowIsTheBaseStylesOwnWhenFirstDrawn) {
+    EditorStyle style(QStyleFactory::create(QStringLiteral("Fusion")));
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        QStyleOption option;
+        option.direction = direction;
+        for (const auto which : {QStyle::SP_ToolBarHorizontalExtensionButton, QStyle::SP_MessageBoxQuestion}) {
+            const QIcon mine = style.standardIcon(which, &option);
+            const QIcon theirs = style.baseStyle()->standardIcon(which, &option);
+            EXPECT_EQ(mine.availableSizes(), theirs.availableSizes()) << which;
+            for (const int size : {12, 16, 32})
+                EXPECT_EQ(mine.pixmap(size).toImage(), theirs.pixmap(size).toImage()) << which << " " << size;
+        }
+    }
+}
+
 }  // namespace
-}  // namespace shd::gui::test
+}  // namespace shd::gui

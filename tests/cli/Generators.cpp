@@ -1,2 +1,0 @@
-// The generated sets of the core tests, built into these tests as well.
-#include "support/Generators.cpp"

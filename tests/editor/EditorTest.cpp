@@ -1,0 +1,548 @@
+// The main window's behaviour, driven through the editor core with scripted
+// dialogs: every rule of the window is tested here, once.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "editor/Editor.h"
+#include "files/FileIo.h"
+#include "support/ScriptedPrompts.h"
+#include "support/Support.h"
+
+namespace shd::test {
+namespace {
+
+using K = ScriptedPrompts::Kind;
+const char* kSpecial = "How many other blocks are not used? Don't count blocks affected by the Flags.";
+const char* kSpotted = "You have a Spotted Shardle without a Changer.  Set Spotted as Unused?";
+const char* kTrash = "Is this the level to trash? (No trashes the last Level)";
+const char* kMyFileSave = "My File (*.rxs)|*.rsx";
+const char* kMyFileOpen = "My Files (*.rsx)|*.rsx";
+const char* kProgramSave = "TI-83 Program File|*.83p";
+const char* kProgramOpen = "TI-83 Program files|*.83p";
+const char* kSourceSave = "TI-83 Source Files(*.z80,*.asm)|*.z80;*.asm";
+const char* kSourceOpen = "TI-83 Source Files (*.z80, *.asm)|*.z80;*.asm";
+
+// An editor started as the program starts it, on a screen of 15360 x 11520 twips.
+class EditorTest : public testing::Test {
+protected:
+    EditorTest() : editor(prompts, 15360, 11520) { editor.FormLoad(dir / "info.ini", dir.path); }
+    ~EditorTest() override { EXPECT_TRUE(prompts.done()) << "prompts the test expected were not shown"; }
+
+    const LevelSet& set() const { return editor.set(); }
+    const WindowState& ui() const { return editor.ui(); }
+    void Paint(int cell, int code) {
+        editor.optBlocks_Click(code);
+        editor.pctBox_MouseUp(cell, MouseButton::Left);
+    }
+    void DebuggerOff() {
+        if (set().UseShardlesDebugger) editor.Toggle(Toggle::Debugger);
+    }
+    // Chooses a level in the list, expecting the message of a Shardles level left without last blocks.
+    void SwitchTo(int level) {
+        const auto& cells = set().Current().Cells;
+        if (set().IsShardles() && level != set().CurrentLevel && std::count(cells.begin(), cells.end(), 6) == 0)
+            prompts.ExpectMessage("Level #" + std::to_string(set().CurrentLevel) + " has no Last Blocks.");
+        editor.cmbLevels_Click(level - 1);
+    }
+    // Three Shardles levels, each with a last block and level n holding code n in cell 1.
+    void ThreeLevels() {
+        DebuggerOff();
+        editor.cmdAddLev_Click();
+        editor.cmdAddLev_Click();
+        for (int level = 1; level <= 3; ++level) {
+            SwitchTo(level);
+            Paint(0, 6);
+            Paint(1, level);
+        }
+        editor.txtTitle_Changed("Three");
+    }
+
+    TempDir dir;
+    ScriptedPrompts prompts;
+    Editor editor;
+};
+
+TEST_F(EditorTest, StartsWithANewShardlesSetAndNewSetsLayOutTheirKind) {
+    EXPECT_EQ(JsonOf(set()), JsonOf(NewSet(GameKind::Shardles)));
+    EXPECT_EQ(ui().gridCells[0], (TwipRect{5280, 3735, 600, 445}));  // centred, 200 twips low
+    EXPECT_EQ(ui().gridCells[9], (TwipRect{5880, 4180, 600, 445}));
+    EXPECT_EQ(ui().palette[15], (TwipRect{10425, 240, 615, 445}));
+    EXPECT_EQ(ui().levelEntries, std::vector<std::string>{"Level 1"});
+    EXPECT_EQ(ui().levelText + "|" + ui().levelCountLabel, "Level 1|Number of Levels: 1");
+    EXPECT_EQ(ui().marks, (MenuMarks{.MatchLocks = true, .Debugger = true}));
+    EXPECT_TRUE(ui().shardlesControlsVisible && ui().createMenuVisible);
+    EXPECT_EQ(ui().focusedPalette, 0);
+    EXPECT_EQ(ui().paletteFiles[10], "shdblockA.gif");
+
+    editor.Toggle(Toggle::Debugger);  // off, the mark goes
+    editor.Toggle(Toggle::WrapAround);
+    editor.Toggle(Toggle::Spotted);
+    editor.optBlocks_Click(5);
+    editor.mnuNewTil_Click();
+    EXPECT_EQ(JsonOf(set()), JsonOf(NewSet(GameKind::Tiltbash)));
+    EXPECT_EQ(ui().gridCells.size(), 64u);
+    EXPECT_EQ(ui().gridCells[0], (TwipRect{5040, 4180, 660, 445}));
+    EXPECT_EQ(ui().palette[15], (TwipRect{10390, 240, 650, 445}));
+    EXPECT_EQ(ui().paletteFiles[7] + ui().paletteFiles[8] + ui().paletteFiles[11], "tlblockB.giftlblock7.giftlblockA.gif");
+    EXPECT_FALSE(ui().shardlesControlsVisible || ui().createMenuVisible);
+    EXPECT_EQ(ui().SelectedBlock, 0);
+    // Marks that ResetAll removes go; the others stay until a Shardles set checks what is on.
+    EXPECT_FALSE(ui().marks.WrapAround || ui().marks.Debugger);
+    EXPECT_TRUE(ui().marks.Spotted);
+    editor.mnuNewShd_Click();
+    EXPECT_TRUE(ui().marks.Debugger);
+}
+
+TEST_F(EditorTest, ClosingAsksAndTheSettingsFileRemembersTheLastFolder) {
+    prompts.Expect(K::YesNoCancel, "Save before quiting?", Answer::Cancel);
+    EXPECT_FALSE(editor.FormQueryUnload());
+    prompts.Expect(K::YesNoCancel, "Save before quiting?", Answer::No);
+    EXPECT_TRUE(editor.FormQueryUnload());
+    prompts.Expect(K::YesNoCancel, "Save before quiting?", Answer::Yes).ExpectMessage("Level #1 has no Last Blocks.");
+    EXPECT_TRUE(editor.FormQueryUnload());
+    Paint(0, 6);
+    prompts.Expect(K::YesNoCancel, "Save before quiting?", Answer::Yes)
+        .ExpectSave(kMyFileSave, dir / "quit.rsx")
+        .ExpectMessage("Saved Succesfully!");
+    EXPECT_TRUE(editor.FormQueryUnload());
+    EXPECT_TRUE(std::filesystem::exists(dir / "quit.rsx"));
+    editor.FormUnload();
+    EXPECT_EQ(ReadFile(dir / "info.ini"), dir.path.string() + "/\r\n");
+
+    for (const auto& [ini, folder] : {std::pair{"/some/where/\r\nignored\r\n", "/some/where/"},
+                                      {"\r\n", dir.path.c_str()}}) {
+        WriteFile(dir / "info.ini", ini);
+        Editor other(prompts, 15360, 11520);
+        other.FormLoad(dir / "info.ini", dir.path);
+        EXPECT_EQ(other.lastFolder(), folder);
+    }
+}
+
+TEST_F(EditorTest, PaintingKeepsThePieceCountsInStepAndTheDebuggerAsksRightAfter) {
+    editor.optBlocks_Click(2);
+    prompts.ExpectYesNo(kSpotted, false);
+    editor.pctBox_MouseUp(10, MouseButton::Left);
+    EXPECT_EQ(set().Record(1).SpottedCount, 1);
+    EXPECT_EQ(ui().shownPictures[10], 2);
+    prompts.ExpectYesNo(kSpotted, false);  // the middle button changes nothing, but the debugger runs
+    editor.pctBox_MouseUp(10, MouseButton::Middle);
+    DebuggerOff();
+    Paint(10, 3);  // a changer over the shardle
+    Paint(10, 3);  // the same code again
+    EXPECT_EQ(set().Record(1).SpottedCount, 0);
+    EXPECT_EQ(set().Record(1).SpottedChangerCount, 1);
+    editor.pctBox_MouseUp(10, MouseButton::Right);
+    editor.pctBox_MouseUp(11, MouseButton::Right);  // erasing an empty cell
+    EXPECT_EQ(set().Record(1).SpottedChangerCount, 0);
+    EXPECT_EQ(set().Layout(1).Cells[10] + ui().shownPictures[10] + ui().shownPictures[11], 0);
+    EXPECT_EQ(set().Layout(1).BlockCount, 0);  // painting never counts blocks
+    editor.mnuNewTil_Click();
+    Paint(63, 8);
+    EXPECT_EQ(set().Record(1).ZigZagCount, 1);  // Tiltbash counts follow too
+}
+
+TEST_F(EditorTest, PaletteKeysStepAndWrapAsTheyAlwaysDid) {
+    const int cases[][3] = {{15, keys::Right, 1}, {0, keys::Left, 14}, {0, keys::Right, 1}, {15, keys::Left, 14},
+                            {14, keys::Right, 15}, {1, keys::Left, 0}, {6, 'A', 6}, {6, 40, 6}};
+    for (const auto& [from, key, to] : cases) {
+        editor.optBlocks_Click(from);
+        editor.optBlocks_KeyDown(key);
+        EXPECT_EQ(ui().SelectedBlock, to) << from << " " << key;
+        EXPECT_EQ(ui().focusedPalette, to);
+    }
+    editor.mnuNewTil_Click();
+    EXPECT_FALSE(editor.Form_MouseDown(MouseButton::Left));
+    EXPECT_FALSE(ui().unusedMenuVisible || ui().optionsMenuVisible);
+    EXPECT_TRUE(editor.Form_MouseDown(MouseButton::Right));
+    editor.mnuNewShd_Click();
+    EXPECT_FALSE(ui().unusedMenuVisible);  // only a press on the background changes them
+    editor.Form_MouseDown(MouseButton::Middle);
+    EXPECT_TRUE(ui().unusedMenuVisible && ui().optionsMenuVisible);
+}
+
+TEST_F(EditorTest, OptionsFollowTheirFlagUnusedKindsTheirMarkAcrossLevels) {
+    editor.Toggle(Toggle::ArrowBreakable);
+    EXPECT_TRUE(set().ArrowBlocksBreakable && ui().marks.ArrowBreakable);
+    editor.Toggle(Toggle::ArrowBreakable);
+    EXPECT_FALSE(set().ArrowBlocksBreakable || ui().marks.ArrowBreakable);
+    DebuggerOff();
+    editor.cmdAddLev_Click();
+    editor.Toggle(Toggle::Spotted);
+    SwitchTo(2);
+    EXPECT_TRUE(ui().marks.Spotted);  // marks are not refreshed on a level change
+    editor.Toggle(Toggle::Spotted);
+    EXPECT_FALSE(ui().marks.Spotted || set().Record(2).SpottedUnused);
+    editor.Toggle(Toggle::Spotted);
+    EXPECT_TRUE(set().Record(2).SpottedUnused && set().Record(1).SpottedUnused);
+
+    const std::tuple<const char*, int, bool> answers[] = {
+        {"80", 80, true}, {"81", 0, false}, {"0", 0, false}, {"2.5", 2, true}, {"0.4", 0, true},
+        {"", 0, false},   {"-3", 0, false}, {"1e1", 0, false}, {" 7 ", 7, true}};
+    for (const auto& [answer, count, mark] : answers) {
+        prompts.Expect(K::Input, kSpecial, Answer::Yes, answer);
+        editor.mnuSpecial_Click();
+        EXPECT_EQ(set().Record(2).SpecialUnusedCount, count) << answer;
+        EXPECT_EQ(ui().marks.Special, mark) << answer;
+    }
+    EXPECT_EQ(prompts.lastDefault(), "0");  // the box offers the level's count
+}
+
+TEST_F(EditorTest, CreateSwitchesCustomShardlesOnAndStoresOnlyOnOk) {
+    prompts.ExpectPicture([](CustomPieceEdit& edit) {
+        EXPECT_EQ(edit.kind(), PictureKind::Normal);
+        edit.Default();
+        return false;
+    });
+    editor.mnuCreateNormShd_Click();
+    EXPECT_TRUE(set().UseCustomShardles && ui().marks.CustomShardles);
+    EXPECT_EQ(set().CustomShardlePicture, PiecePicture{});
+    prompts.ExpectPicture([](CustomPieceEdit& edit) {
+        EXPECT_EQ(edit.kind(), PictureKind::Change);
+        edit.Click(11);
+        return true;
+    });
+    editor.mnuCreateChangeShd_Click();
+    EXPECT_EQ(set().CustomChangerPicture.at(11), 1);
+}
+
+TEST_F(EditorTest, TheDebuggerAsksInOrderAndEachYesRunsTheToggleWithItsMarkRule) {
+    editor.optBlocks_Click(13);
+    prompts.ExpectYesNo("You have a Custom Shardle without a Changer.  Set Custom as Unused?", false)
+        .ExpectYesNo("You used a Custom Block or Custom Changer without using Custom Shardles.  Use Custom Shardles?", true);
+    editor.pctBox_MouseUp(0, MouseButton::Left);
+    EXPECT_TRUE(set().UseCustomShardles && ui().marks.CustomShardles);
+    // An answer counts for the questions after it.
+    DebuggerOff();
+    editor.mnuResetAll_Click();
+    editor.Toggle(Toggle::ZigZag);
+    Paint(0, 9);
+    Paint(1, 4);
+    editor.cmdAddLev_Click();
+    editor.Toggle(Toggle::Debugger);
+    prompts.ExpectYesNo("You have a Center-Line Shardle without a Changer.  Set Center-Line as Unused?", true)
+        .ExpectYesNo("You have a Zig-Zag Changer, but Zig-Zag's are Unused!  Make Zig-Zag a Used Shardle?", true);
+    editor.ShardlesDebug();
+    EXPECT_TRUE(set().Record(1).CenterLineUnused);
+    EXPECT_FALSE(set().Record(1).ZigZagUnused);
+    // Yes follows the mark, which another level may have left checked.
+    editor.Toggle(Toggle::Spotted);
+    prompts.ExpectMessage("Level #1 has no Last Blocks.");
+    editor.cmbLevels_Click(1);
+    editor.optBlocks_Click(2);
+    prompts.ExpectYesNo(kSpotted, true);
+    editor.pctBox_MouseUp(0, MouseButton::Left);
+    EXPECT_FALSE(ui().marks.Spotted || set().Record(2).SpottedUnused);
+}
+
+TEST_F(EditorTest, LevelsAreAddedUpTo255AndRemovedWithTheirRecords) {
+    for (int i = 0; i < 254; ++i) editor.cmdAddLev_Click();
+    EXPECT_EQ(ui().levelEntries.back() + "|" + ui().levelCountLabel, "Level 255|Number of Levels: 255");
+    EXPECT_EQ(set().CurrentLevel, 1);
+    prompts.ExpectMessage("You can't have more than 255 levels!");
+    editor.cmdAddLev_Click();
+    EXPECT_EQ(set().LevelCount(), 255);
+
+    editor.mnuNewShd_Click();
+    DebuggerOff();
+    for (int i = 0; i < 4; ++i) editor.cmdAddLev_Click();
+    for (int level = 5; level >= 1; --level) {  // level n: code n in cell 0, ball n, special count 10n
+        SwitchTo(level);
+        Paint(0, level);
+        editor.txtBallx_KeyUp('1', std::to_string(level));
+        prompts.Expect(K::Input, kSpecial, Answer::Yes, std::to_string(10 * level));
+        editor.mnuSpecial_Click();
+    }
+    SwitchTo(2);
+    auto firstCells = [&] {
+        std::string cells;
+        for (const auto& layout : set().Layouts) cells += std::to_string(layout.Cells[0]);
+        return cells;
+    };
+    prompts.Expect(K::YesNoCancel, kTrash, Answer::Cancel);
+    editor.cmdLoseLev_Click();
+    prompts.Expect(K::YesNoCancel, kTrash, Answer::Yes);
+    editor.cmdLoseLev_Click();
+    EXPECT_EQ(firstCells(), "1345");
+    EXPECT_EQ(set().Record(2).SpecialUnusedCount, 30);  // the record moves with its level
+    EXPECT_EQ(ui().shownPictures[0] * 10 + std::stoi(ui().ballXText), 33);
+    EXPECT_EQ(ui().levelText + "|" + ui().levelCountLabel, "Level 2|Number of Levels: 4");
+    prompts.Expect(K::YesNoCancel, kTrash, Answer::No);
+    editor.cmdLoseLev_Click();
+    EXPECT_EQ(firstCells(), "134");
+    EXPECT_EQ(set().CurrentLevel, 2);
+    SwitchTo(3);
+    editor.cmdLoseLev_Click();  // the last level goes without a question
+    EXPECT_EQ(ui().levelText, "Level 2");
+    editor.cmdLoseLev_Click();
+    prompts.ExpectMessage("There has to be at least ONE Level!!!!!");
+    editor.cmdLoseLev_Click();
+    EXPECT_EQ(ui().levelEntries.size(), 1u);
+}
+
+TEST_F(EditorTest, SwitchingCountsTheLevelLeftStoresItsBallAndShowsTheNext) {
+    prompts.ExpectYesNo("You only have 1 Level. Should I add another?", true);
+    SwitchTo(1);
+    EXPECT_EQ(ui().levelEntries.back(), "Level 2");
+    EXPECT_EQ(set().CurrentLevel, 1);
+    DebuggerOff();
+    Paint(0, 1);
+    Paint(1, 1);
+    editor.txtBallx_KeyUp('5', "12");
+    editor.txtBally_KeyUp(keys::Backspace, "7.5");  // left unchecked by an editing key, stored on leaving
+    SwitchTo(2);
+    EXPECT_EQ(set().Layout(1).BlockCount, 2);
+    EXPECT_EQ(set().Layout(1).BallX * 100 + set().Layout(1).BallY, 1208);
+    EXPECT_EQ(ui().levelText + "|" + ui().ballXText, "Level 2|0");
+    SwitchTo(1);
+    EXPECT_EQ(ui().ballXText + "|" + ui().ballYText, "12|8");
+}
+
+TEST_F(EditorTest, TitleAndBallBoxesAreCheckedOnKeysOtherThanTheSixEditingKeys) {
+    editor.txtTitle_Changed(std::string(30, 'x'));
+    editor.txtTitle_KeyUp(keys::Delete);
+    EXPECT_EQ(set().Title.size(), 30u);
+    editor.txtTitle_KeyUp('V');
+    EXPECT_EQ(set().Title, std::string(20, 'x'));
+    const std::tuple<const char*, const char*, int> texts[] = {
+        {"95", "0", 0},     {"94", "94", 94},   {"-", "0", 0},       {"12a", "0", 0},   {"5.5", "5.5", 6},
+        {"6.5", "6.5", 6}, {"-0.4", "-0.4", 0}, {"-0.6", "0", 0}, {"94.4", "0", 0}, {"93.5", "93.5", 94}};
+    for (const auto& [text, shown, stored] : texts) {
+        editor.txtBallx_KeyUp('1', text);
+        EXPECT_EQ(ui().ballXText, shown) << text;
+        EXPECT_EQ(set().Layout(1).BallX, stored) << text;
+    }
+    editor.txtBally_KeyUp('1', "63");
+    EXPECT_EQ(ui().ballYText, "0");
+    editor.txtBally_KeyUp('1', "62");
+    editor.txtBally_KeyUp(keys::Backspace, "");
+    EXPECT_EQ(ui().ballYText, "");
+    EXPECT_EQ(set().Layout(1).BallY, 62);
+    editor.txtBally_KeyUp(38, "");  // Up arrow is checked too
+    EXPECT_EQ(ui().ballYText + std::to_string(set().Layout(1).BallY), "00");
+    editor.cmbBonus_Changed("90");
+    editor.cmbExLife_Changed("7");
+    EXPECT_EQ(set().BonusClock + set().ExtraLifePoints, "907");
+}
+
+TEST_F(EditorTest, ResetAllClearsOnlyTheCurrentLevelsGridAndShardles) {
+    ThreeLevels();
+    SwitchTo(2);
+    prompts.Expect(K::Input, kSpecial, Answer::Yes, "4");
+    editor.mnuSpecial_Click();
+    editor.txtBallx_KeyUp('5', "12");
+    Paint(4, 9);
+    editor.Toggle(Toggle::Spotted);
+    editor.mnuResetAll_Click();
+    const LevelRecord& record = set().Record(2);
+    EXPECT_EQ(set().Layout(2).Cells, BlockGrid(80, 0));
+    EXPECT_EQ(record, (LevelRecord{.SpecialUnusedCount = 4}));
+    EXPECT_FALSE(ui().marks.Spotted);
+    EXPECT_EQ(set().Layout(2).BallX, 12);
+    EXPECT_EQ(set().Layout(1).Cells[1] + ui().shownPictures[1], 1);
+}
+
+TEST_F(EditorTest, ADragPaintsEveryCellItCrossesAndAsksOnceAtTheRelease) {
+    // Cells 40 units wide in a row, found by x alone.
+    const CellLocator row = [](Point p) { return p.x >= 0 && p.x < 320 ? p.x / 40 : -1; };
+    editor.optBlocks_Click(2);
+    editor.PressCell(0, {5, 5}, MouseButton::Left, 1);
+    editor.PressCell(7, {300, 5}, MouseButton::Right, 3);  // another button during a stroke does nothing
+    editor.DragTo({200, 5}, 1, row);                       // one jump crosses cells 1 to 5
+    editor.DragTo({210, 5}, 1, row);
+    EXPECT_EQ(set().Record(1).SpottedCount, 6);
+    editor.ReleaseButton(MouseButton::Right);
+    prompts.ExpectYesNo(kSpotted, true);
+    editor.ReleaseButton(MouseButton::Left);
+    EXPECT_TRUE(set().Record(1).SpottedUnused);
+    editor.DragTo({300, 5}, 1, row);  // no stroke: nothing
+    editor.Undo();                    // the stroke and the debugger's answer are one step
+    EXPECT_EQ(JsonOf(set()), JsonOf(NewSet(GameKind::Shardles)));
+    EXPECT_FALSE(ui().marks.Spotted);
+    // The right button erases along its stroke; a stroke whose release never came ends at the next press.
+    editor.Redo();
+    editor.PressCell(1, {45, 5}, MouseButton::Right, 2);
+    editor.DragTo({125, 5}, 2, row);
+    editor.PressCell(6, {245, 5}, MouseButton::Middle, 4);
+    EXPECT_EQ(set().Layout(1).Cells[0] * 1000 + set().Layout(1).Cells[3] * 10 + set().Layout(1).Cells[4], 2002);
+    editor.EndStroke();
+    EXPECT_FALSE(editor.CanRedo());
+}
+
+TEST_F(EditorTest, EveryChangeIsOneStepAndTypingInOneFieldMerges) {
+    std::vector<std::string> states{JsonOf(set())};
+    auto step = [&](auto change) {
+        change();
+        states.push_back(JsonOf(set()));
+    };
+    step([&] { DebuggerOff(); });
+    step([&] { Paint(12, 8); });
+    step([&] { editor.cmdAddLev_Click(); });
+    step([&] { editor.Toggle(Toggle::ZigZag); });
+    step([&] {
+        prompts.Expect(K::Input, kSpecial, Answer::Yes, "9");
+        editor.mnuSpecial_Click();
+    });
+    step([&] {
+        editor.txtBallx_KeyUp('4', "4");
+        editor.txtBallx_KeyUp('0', "40");
+    });
+    step([&] { editor.txtTitle_Changed("Caves"); });
+    step([&] { editor.cmbBonus_Changed("90"); });
+    step([&] {
+        prompts.ExpectPicture([](CustomPieceEdit& edit) { return edit.Click(1), true; });
+        editor.mnuCreateNormShd_Click();
+    });
+    step([&] { editor.mnuResetAll_Click(); });
+    step([&] {
+        prompts.Expect(K::YesNoCancel, kTrash, Answer::Yes);
+        editor.cmdLoseLev_Click();
+    });
+    for (std::size_t i = states.size() - 1; i > 0; --i) {
+        ASSERT_TRUE(editor.CanUndo()) << i;
+        editor.Undo();
+        EXPECT_EQ(JsonOf(set()), states[i - 1]) << i;
+    }
+    EXPECT_FALSE(editor.CanUndo());
+    for (std::size_t i = 1; i <= 3; ++i) {
+        editor.Redo();
+        EXPECT_EQ(JsonOf(set()), states[i]) << i;
+    }
+    editor.txtTitle_Changed("C");  // a new step drops the redo branch
+    EXPECT_FALSE(editor.CanRedo());
+    editor.txtTitle_Changed("Please Add a Title");  // typing back to where it began leaves no step
+    editor.Undo();
+    EXPECT_EQ(JsonOf(set()), states[2]);
+    editor.mnuNewTil_Click();  // a new set starts an empty history
+    EXPECT_FALSE(editor.CanUndo() || editor.CanRedo());
+}
+
+TEST_F(EditorTest, SavingCountsEveryLevelAndRefusesALevelWithoutLastBlocksFirst) {
+    ThreeLevels();
+    SwitchTo(2);
+    editor.mnuResetAll_Click();
+    prompts.ExpectMessage("Level #2 has no Last Blocks.");
+    editor.mnuSaveCode_Click();
+    prompts.ExpectMessage("Level #2 has no Last Blocks.");
+    editor.SaveLevelFile(FormatId::List);
+    EXPECT_EQ(set().CurrentLevel * 10 + ui().shownPictures[0], 20);  // the level to fix is shown
+    EXPECT_EQ(ui().levelText, "Level 2");
+    Paint(0, 6);
+    prompts.ExpectSave(kMyFileSave, dir / "three.rsx").ExpectMessage("Saved Succesfully!");
+    editor.SaveLevelFile(FormatId::MyFile);
+    EXPECT_EQ(prompts.lastFolder() + "|" + editor.lastFolder(), dir.path.string() + "|" + dir / "");
+    EXPECT_EQ(set().CurrentLevel, 1);
+    EXPECT_EQ(set().Layout(1).BlockCount * 10 + set().Layout(1).LastBlockCount, 11);
+    const LevelSet saved = set();
+    editor.mnuNewTil_Click();
+    prompts.ExpectOpen(kMyFileOpen, dir / "three.rsx").ExpectMessage("Opened Succesfully");
+    editor.OpenLevelFile(FormatId::MyFile);
+    EXPECT_EQ(set().Layouts, saved.Layouts);
+    EXPECT_EQ(set().Title, "Three");
+    EXPECT_EQ(ui().levelEntries.size() * 100 + ui().gridCells.size(), 380u);
+    EXPECT_EQ(ui().shownPictures[1], 1);
+    // Cancelled dialogs still end on level 1, and the debugger runs there after a save.
+    DebuggerOff();
+    Paint(5, 2);
+    SwitchTo(3);
+    editor.Toggle(Toggle::Debugger);
+    prompts.ExpectSave(kMyFileSave, "").ExpectYesNo(kSpotted, false);
+    editor.SaveLevelFile(FormatId::MyFile);
+    EXPECT_EQ(set().CurrentLevel, 1);
+}
+
+TEST_F(EditorTest, OpeningRefusesForeignFilesKeepingTheSetAndSaysWhereAReadStopped) {
+    ThreeLevels();
+    const std::string before = JsonOf(set());
+    WriteFile(dir / "other.rsx", "quartlev\r\n");
+    prompts.ExpectOpen(kMyFileOpen, dir / "other.rsx").ExpectMessage("Not one of my files.");
+    editor.OpenLevelFile(FormatId::MyFile);
+    WriteFile(dir / "other.83l", "title\r\n//lQRVLE\r\n");
+    prompts.ExpectOpen("TI-83 List File|*.83l", dir / "other.83l").ExpectMessage("Not a valid list file.");
+    editor.OpenLevelFile(FormatId::List);
+    WriteFile(dir / "other.z80", "        .org             9327H\r\n");
+    prompts.ExpectOpen(kSourceOpen, dir / "other.z80").ExpectMessage("Not compilable code.");
+    editor.mnuOpenSource_Click();
+    WriteFile(dir / "empty.z80", "; only a comment\r\n");
+    prompts.ExpectOpen(kSourceOpen, dir / "empty.z80");  // nothing replaced yet, and no message
+    editor.mnuOpenSource_Click();
+    EXPECT_EQ(ui().status, "Stopped reading empty.z80 at line 2: the file ends before the origin line");
+    EXPECT_EQ(JsonOf(set()), before);
+    EXPECT_EQ(editor.lastFolder(), dir.path.string());
+
+    prompts.ExpectSave(kMyFileSave, dir / "cut.rsx").ExpectMessage("Saved Succesfully!");
+    editor.SaveLevelFile(FormatId::MyFile);
+    WriteFile(dir / "cut.rsx", ReadFile(dir / "cut.rsx").substr(0, 300));
+    editor.mnuNewTil_Click();
+    prompts.ExpectOpen(kMyFileOpen, dir / "cut.rsx");  // no message
+    editor.OpenLevelFile(FormatId::MyFile);
+    EXPECT_EQ(CheckConsistent(set()), "");
+    EXPECT_EQ(ui().gridCells.size(), 80u);
+    EXPECT_EQ(ui().status, "Stopped reading cut.rsx at line 15: the file ends inside level 2");
+    prompts.ExpectOpen(kMyFileOpen, dir / "none.rsx");
+    editor.OpenLevelFile(FormatId::MyFile);
+    EXPECT_EQ(ui().status, "none.rsx: cannot be read: No such file or directory");
+}
+
+TEST_F(EditorTest, ProgramFilesTakeTheirNameFromTheFileAndOpenBack) {
+    ThreeLevels();
+    const char* nameRule = "This name has to be 8 characters long because this is the name that is shown in the Calculator!";
+    prompts.ExpectSave(kProgramSave, dir / "thirteenchars").ExpectMessage(nameRule);
+    editor.mnuSaveCode_Click();
+    // The name as the file holds it, padding shown as dots.
+    const std::pair<const char*, std::string> saves[] = {
+        {"levels12.83p", "levels12.83p|LEVELS12"}, {"abcdef", "abcdef.83p|AB......"},
+        {"caps.83P", "caps.83p|CAPS...."}, {"set.txt", "set.83p|SET....."}};
+    for (const auto& [name, saved] : saves) {
+        prompts.ExpectSave(kProgramSave, dir / name).ExpectMessage("Succesfully compiled!");
+        editor.mnuSaveCode_Click();
+        const std::string file = saved.substr(0, saved.find('|'));
+        std::string programName = ReadFile(dir.path / file).substr(60, 8);
+        std::replace(programName.begin(), programName.end(), '\0', '.');
+        EXPECT_EQ(file + "|" + programName, saved);
+    }
+    // A dotted folder does not swallow the extension of a plain name.
+    std::filesystem::create_directory(dir.path / "v1.0");
+    prompts.ExpectSave(kProgramSave, dir / "v1.0/plainname").ExpectMessage("Succesfully compiled!");
+    editor.mnuSaveCode_Click();
+    EXPECT_TRUE(std::filesystem::exists(dir.path / "v1.0/plainname.83p"));
+    prompts.ExpectSave(kProgramSave, dir / "abc");
+    editor.mnuSaveCode_Click();
+    EXPECT_EQ(ui().status, "Could not compile: the file name abc is too short");
+
+    const LevelSet saved = set();
+    editor.txtTitle_Changed("Changed");
+    prompts.ExpectOpen(kProgramOpen, "");
+    editor.mnuOpenCode_Click();  // the set is reset before the file is chosen
+    EXPECT_EQ(set().Title + std::to_string(set().LevelCount()), "Please Add a Title1");
+    EXPECT_EQ(set().Layout(1).Cells, saved.Layout(1).Cells);  // level 1 stays as drawn
+    prompts.ExpectOpen(kProgramOpen, dir / "levels12.83p").ExpectMessage("Opened Succesfully");
+    editor.mnuOpenCode_Click();
+    EXPECT_EQ(set().Layouts, saved.Layouts);
+    EXPECT_EQ(set().Title, "Three");
+}
+
+TEST_F(EditorTest, SourceExportsShowTheirMessageOnTheLastLevelAndRefuseWhatTheGamesCannotHold) {
+    ThreeLevels();
+    prompts.ExpectSave(kSourceSave, dir / "three.z80").ExpectMessage("Saved Succesfully");
+    editor.mnuSaveSource_Click();
+    EXPECT_EQ(set().CurrentLevel, 1);
+    editor.mnuNewTil_Click();
+    prompts.ExpectOpen(kSourceOpen, dir / "three.z80");  // reading source confirms nothing
+    editor.mnuOpenSource_Click();
+    EXPECT_EQ(set().Title + std::to_string(set().LevelCount()), "Three3");
+    editor.mnuNewShd_Click();
+    editor.cmbBonus_Changed("45");
+    prompts.ExpectSave(kSourceSave, dir / "bad.z80")
+        .ExpectMessage("The bonus clock \"45\" cannot be written for the calculator: it must be 30, 60, 90 or 120.");
+    editor.mnuSaveSource_Click();
+    EXPECT_FALSE(std::filesystem::exists(dir.path / "bad.z80"));
+    prompts.ExpectSave(kSourceSave, dir / "missing/bad.z80");
+    editor.cmbBonus_Changed("30");
+    editor.mnuSaveSource_Click();
+    EXPECT_EQ(ui().status.substr(0, 24), "Could not save bad.z80: ");
+    EXPECT_NE(ui().status.find("No such file or directory"), std::string::npos) << ui().status;
+}
+
+}  // namespace
+}  // namespace shd::test

@@ -1,0 +1,213 @@
+// The main window's wiring: each widget's events reach the editor, and the
+// editor's state reaches the widgets. The rules themselves are tested in the
+// editor core.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTest>
+
+#include "gui/Text.h"
+#include "gui/Widgets.h"
+#include "gui/frmDev.h"
+#include "support/ScriptedPrompts.h"
+#include "support/Support.h"
+
+namespace shd::gui {
+namespace {
+
+using test::ScriptedPrompts;
+const char* kSpotted = "You have a Spotted Shardle without a Changer.  Set Spotted as Unused?";
+
+class WindowTest : public testing::Test {
+protected:
+    // 1024 x 768 pixels at 96 DPI: 15 twips to a pixel.
+    WindowTest() { Open(QStringLiteral(ASSETS_DIR)); }
+    ~WindowTest() override { EXPECT_TRUE(prompts.done()) << "a scripted prompt was never shown"; }
+
+    void Open(const QString& pictures) {
+        window = std::make_unique<frmDev>(&prompts, ScreenMetrics{96, 96, QSize(1024, 768)});
+        window->resize(1024, 740);
+        window->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        window->Start(PathText(dir / "info.ini"), pictures);
+    }
+    template <typename T = QWidget>
+    T* Find(const char* name) const {
+        T* found = window->findChild<T*>(QString::fromLatin1(name));
+        EXPECT_NE(found, nullptr) << name;
+        return found;
+    }
+    void Trigger(const char* name) const { Find<QAction>(name)->trigger(); }
+    bool Checked(const char* name) const { return Find<QAction>(name)->isChecked(); }
+    QString Text(const char* name) const { return Find<QLabel>(name)->text(); }
+    const LevelSet& set() const { return window->editor().set(); }
+    int Code(int cell) const { return set().Current().Cells[static_cast<std::size_t>(cell)]; }
+    QPoint Centre(int cell) const { return window->grid()->cellRect(cell).center(); }
+    void ClickCell(int cell, Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseClick(window->grid(), button, {}, Centre(cell));
+    }
+    void Choose(int code) { QTest::mouseClick(window->paletteButton(code), Qt::LeftButton); }
+    bool Shows(int cell, int code) const {
+        return window->grid()->picture(cell).cacheKey() == window->paletteButton(code)->picture().cacheKey();
+    }
+    QString Entries(const QList<QAction*>& actions) const {
+        QStringList entries;
+        for (QAction* a : actions) entries << (a->isSeparator() ? QStringLiteral("-") : a->text()) + '=' + a->objectName();
+        return entries.join('|');
+    }
+
+    test::TempDir dir;
+    ScriptedPrompts prompts;
+    std::unique_ptr<frmDev> window;
+};
+
+TEST_F(WindowTest, ControlsAndMenusStandWithTheirCaptionsAtTheirTwipPositions) {
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Rovakmoor's Shardles/Tiltbash Level Editor v3.0"));
+    const std::tuple<const char*, const char*, QRect> controls[] = {
+        {"lblTitle", "&Level Name", {141, 72, 144, 17}}, {"lblLevels", "Current Level/Change Level", {488, 72, 153, 17}},
+        {"lblBonus", "&Bonus Clock start number", {48, 176, 121, 17}},
+        {"lblExLife", "&Extra Life Point Number:", {48, 280, 121, 17}},
+        {"lblBallx", "Ball starts to the &right:", {624, 176, 105, 17}},
+        {"lblBally", "Ball starts &down:", {632, 280, 89, 17}}, {"lblLevel", "Number of Levels: 1", {312, 72, 141, 17}}};
+    for (const auto& [name, caption, place] : controls) {
+        EXPECT_EQ(Text(name), QString::fromLatin1(caption));
+        EXPECT_EQ(Find(name)->geometry(), place) << name;
+    }
+    EXPECT_EQ(Find<QPushButton>("cmdLoseLev")->text(), QStringLiteral("Lose a  Level"));
+    EXPECT_EQ(Find("cmdLoseLev")->geometry(), QRect(379, 104, 74, 25));
+    EXPECT_EQ(Find("txtBally")->geometry(), QRect(632, 312, 89, 21));
+    EXPECT_EQ(window->cellGeometry(9), QRect(392, 279, 40, 29));  // 5880, 4180 twips
+    EXPECT_EQ(window->paletteButton(15)->geometry(), QRect(695, 16, 41, 30));
+    EXPECT_EQ(Find<QLabel>("lblBallx")->buddy(), Find("txtBallx"));
+    EXPECT_EQ(window->centralWidget()->grab().toImage().pixelColor(5, 5), QColor(192, 192, 192));
+    EXPECT_EQ(Entries(window->menuBar()->actions()), "&File=mnuFile|&Edit=mnuEdit|&Create=mnuCreate|&Tricky=mnuTrickey");
+    const std::pair<const char*, const char*> menus[] = {
+        {"mnuFile", "&New=mnuNew|&Open=mnuOpen|&Save=mnuSave|-=mnu|E&xit=mnuExit"},
+        {"mnuOpen", "&My File=mnuOpenMyFile|&Old My File=mnuOpenOld|&TI-83 List=mnuOpenList|"
+                    "&Compiled Code=mnuOpenCode|&Source Code=mnuOpenSource"},
+        {"mnuSave", "&My File=mnuSaveMyFile|&TI-83 List=mnuSaveList|&Compiled Code=mnuSaveCode|&Source Code=mnuSaveSource"},
+        {"mnuTrickey", "&Unused Shardles=mnuUn|&Shardles Options=mnuShdOp|&Special Unused Blocks=mnuSpecial|&Reset All=mnuResetAll"},
+        {"mnuShdOp", "Use &Custom Shardles=mnuCus|&Use Wrap Around=mnuWrap|&Arrow Blocks Are Breakable=mnuArrow|"
+                     "&Match # of Locks to # of Blocks=mnuMatch|Use &Shardles Debugger=mnuUse"},
+        {"mnuUn", "&Spotted=mnuSpot|Center-&line=mnuCenter|&Zig-Zag=mnuZig|&Custom=mnuCust"},
+        {"mnuNew", "&Shardles File=mnuNewShd|&Tiltbash File=mnuNewTil"},
+        {"mnuCreate", "&Normal Shardle=mnuCreateNormShd|&Changer Shardle=mnuCreateChangeShd"},
+        {"mnuEdit", "&Undo=mnuUndo|&Redo=mnuRedo"}};
+    for (const auto& [menu, entries] : menus) EXPECT_EQ(Entries(Find<QMenu>(menu)->actions()), entries) << menu;
+    Trigger("mnuNewTil");
+    EXPECT_EQ(window->cellCount(), 64);
+    EXPECT_EQ(window->cellGeometry(9), QRect(380, 308, 44, 30));
+    EXPECT_FALSE(Find("txtBallx")->isVisibleTo(window.get()) || Find<QAction>("mnuCreate")->isVisible());
+}
+
+TEST_F(WindowTest, PaletteGridAndKeysReachTheEditorAndTheCellsShowItsPictures) {
+    Choose(2);
+    QTest::mousePress(window->grid(), Qt::LeftButton, {}, Centre(21));
+    EXPECT_TRUE(Code(21) == 2 && Shows(21, 2));  // painted on the press, nothing asked yet
+    QTest::mouseMove(window->grid(), Centre(23));
+    prompts.ExpectYesNo(kSpotted, false);
+    QTest::mouseRelease(window->grid(), Qt::LeftButton, {}, Centre(23));
+    EXPECT_EQ(Code(22) * 10 + Code(23), 22);
+    EXPECT_TRUE(Shows(23, 2));
+    Trigger("mnuUse");
+    ClickCell(22, Qt::RightButton);
+    EXPECT_TRUE(Code(22) == 0 && Shows(22, 0));
+    QTest::keyClick(window->grid(), Qt::Key_C);  // a code typed on the grid chooses its block
+    EXPECT_EQ(window->editor().ui().SelectedBlock, 12);
+    EXPECT_EQ(window->focusWidget(), window->paletteButton(12));
+    QTest::keyClick(window->paletteButton(12), Qt::Key_Right);
+    EXPECT_TRUE(window->paletteButton(13)->isChecked() && window->paletteButton(13)->hasFocus());
+    EXPECT_EQ(Text("statusBlocks"), QStringLiteral("Blocks: 2"));
+    EXPECT_EQ(Text("statusLevel"), QStringLiteral("Level 1 of 1"));
+    // Undo and redo go through the editor, by menu and by key.
+    EXPECT_TRUE(Find<QAction>("mnuUndo")->isEnabled());
+    EXPECT_EQ(Find<QAction>("mnuUndo")->shortcuts(), QKeySequence::keyBindings(QKeySequence::Undo));
+    QTest::keyClick(window->grid(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Code(22), 2);
+    Trigger("mnuRedo");
+    EXPECT_EQ(Code(22), 0);
+}
+
+TEST_F(WindowTest, BoxesListsAndButtonsReachTheEditorAndShowWhatItKeeps) {
+    auto* title = Find<QLineEdit>("txtTitle");
+    title->setFocus();
+    title->end(false);
+    QTest::keyClicks(title, "2BC");
+    EXPECT_EQ(set().Title, "Please Add a Title2B");  // cut at the key release
+    EXPECT_EQ(title->text(), QStringLiteral("Please Add a Title2B"));
+    title->selectAll();
+    QKeyEvent typed(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString::fromUtf8("\xE2\x82\xAC" "a\xC4\x89"));
+    QApplication::sendEvent(title, &typed);
+    EXPECT_EQ(set().Title, "\x80" "a?");  // Windows-1252, with "?" for what it lacks
+    auto* ballx = Find<QLineEdit>("txtBallx");
+    ballx->selectAll();
+    QTest::keyClicks(ballx, "95");
+    EXPECT_EQ(ballx->text(), QStringLiteral("0"));
+    auto* bonus = Find<QComboBox>("cmbBonus");
+    bonus->lineEdit()->selectAll();
+    QTest::keyClicks(bonus->lineEdit(), "6");
+    EXPECT_EQ(set().BonusClock + "|" + bonus->currentText().toStdString(), "6|6");  // not completed to 60
+    Find<QComboBox>("cmbExLife")->setCurrentIndex(3);
+    EXPECT_EQ(set().ExtraLifePoints, "400");
+
+    QTest::mouseClick(Find("cmdAddLev"), Qt::LeftButton);
+    EXPECT_EQ(Text("lblLevel"), QStringLiteral("Number of Levels: 2"));
+    auto* levels = Find<QComboBox>("cmbLevels");
+    EXPECT_EQ(levels->count(), 2);
+    prompts.ExpectMessage("Level #1 has no Last Blocks.");
+    emit levels->activated(1);
+    EXPECT_EQ(levels->currentText() + ballx->text(), QStringLiteral("Level 20"));
+    QTest::mouseClick(Find("cmdLoseLev"), Qt::LeftButton);
+    EXPECT_EQ(levels->currentText() + Text("statusLevel"), QStringLiteral("Level 1Level 1 of 1"));
+    Trigger("mnuNewShd");
+    EXPECT_EQ(bonus->currentText() + title->text(), QStringLiteral("30Please Add a Title"));
+}
+
+TEST_F(WindowTest, MenusRunTheirHandlersAndShowTheEditorsMarks) {
+    EXPECT_TRUE(Checked("mnuMatch") && !Checked("mnuWrap"));
+    Trigger("mnuSpot");
+    EXPECT_TRUE(Checked("mnuSpot") && set().Record(1).SpottedUnused);
+    Trigger("mnuResetAll");  // only the editor knows that this takes the mark away
+    EXPECT_FALSE(Checked("mnuSpot"));
+    prompts.Expect(ScriptedPrompts::Kind::Input, "How many other blocks are not used? Don't count blocks affected by the Flags.",
+                   Answer::Yes, "81");
+    Trigger("mnuSpecial");
+    EXPECT_FALSE(Checked("mnuSpecial"));
+    prompts.ExpectPicture([](CustomPieceEdit& edit) { return edit.Click(9), true; });
+    Trigger("mnuCreateChangeShd");
+    EXPECT_TRUE(set().CustomChangerPicture.at(9) == 1 && Checked("mnuCus"));
+    // A right press on a Tiltbash background pops up Tricky without the Shardles submenus.
+    Trigger("mnuNewTil");
+    QWidget* background = window->centralWidget();
+    const QPoint empty = background->rect().bottomRight() - QPoint(10, 10);
+    QTest::mousePress(background, Qt::RightButton, {}, empty);
+    EXPECT_TRUE(window->trickyMenu()->isVisible());
+    EXPECT_FALSE(Find<QAction>("mnuUn")->isVisible() || Find<QAction>("mnuShdOp")->isVisible());
+    window->trickyMenu()->hide();
+}
+
+TEST_F(WindowTest, StartReadsTheLastFolderPicturesComeFromTheFolderAndClosingAsks) {
+    for (int code = 0; code < 16; ++code) EXPECT_FALSE(window->pictures().IsDrawnTile(code)) << code;
+    EXPECT_EQ(window->editor().lastFolder(), ASSETS_DIR);
+    test::WriteFile(dir.path / "info.ini", "/some/where/\r\n");
+    Open(PathText(dir.path.string()));  // no pictures there: drawn tiles, without a word
+    EXPECT_EQ(window->editor().lastFolder(), "/some/where/");
+    EXPECT_TRUE(window->pictures().IsDrawnTile(11));
+    EXPECT_EQ(window->paletteButton(11)->picture().toImage(), BlockPictures::Tile(QStringLiteral("B")).toImage());
+    prompts.Expect(ScriptedPrompts::Kind::YesNoCancel, "Save before quiting?", Answer::Cancel);
+    EXPECT_FALSE(window->close());
+    prompts.Expect(ScriptedPrompts::Kind::YesNoCancel, "Save before quiting?", Answer::No);
+    Trigger("mnuExit");
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(test::ReadFile(dir.path / "info.ini"), "/some/where/\r\n");
+}
+
+}  // namespace
+}  // namespace shd::gui

@@ -1,0 +1,114 @@
+#include "support/Support.h"
+
+#include <stdlib.h>
+
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <stdexcept>
+
+#include "files/Json.h"
+
+namespace shd::test {
+
+TempDir::TempDir() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "shd-test-XXXXXX").string();
+    if (!::mkdtemp(pattern.data())) throw std::runtime_error("cannot make a temporary folder");
+    path = pattern;
+}
+
+TempDir::~TempDir() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+}
+
+std::string ReadFile(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+void WriteFile(const std::filesystem::path& path, const std::string& bytes) {
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+std::filesystem::path DataDir() { return TEST_DATA_DIR; }
+
+LevelSet RandomSet(GameKind kind, int levels, bool pictures, unsigned seed) {
+    std::mt19937 rng(seed);
+    auto roll = [&](int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng); };
+    LevelSet set = NewSet(kind);
+    MakeLevels(set, levels);
+    // No comma, semicolon or quote, which the assembly source cannot carry;
+    // letters from the upper half of Windows-1252 too.
+    static const std::string alphabet = "ABCxyz019 !#%&'()*+-./:<=>?@[]^_{|}~\x80\xE9\xDF";
+    set.Title.clear();
+    for (int i = roll(0, 20); i > 0; --i) set.Title += alphabet[static_cast<std::size_t>(roll(0, static_cast<int>(alphabet.size()) - 1))];
+    if (kind == GameKind::Shardles) {
+        set.BonusClock = std::to_string(30 * roll(1, 4));
+        set.ExtraLifePoints = std::to_string(100 * roll(1, 8));
+        set.ArrowBlocksBreakable = roll(0, 1) == 1;
+        set.UseWrapAround = roll(0, 1) == 1;
+        set.UseShardlesDebugger = roll(0, 1) == 1;
+        set.MatchLocksToBlocks = roll(0, 1) == 1;
+        set.UseCustomShardles = pictures;
+        for (auto* picture : {&set.CustomShardlePicture, &set.CustomChangerPicture})
+            for (auto& cell : picture->cells) cell = pictures ? static_cast<std::uint8_t>(roll(0, 1)) : 0;
+    }
+    for (int level = 1; level <= levels; ++level) {
+        LevelLayout& layout = set.Layout(level);
+        for (auto& cell : layout.Cells) cell = static_cast<std::uint8_t>(roll(0, 2) == 0 ? roll(0, 15) : 0);
+        layout.Cells[static_cast<std::size_t>(roll(0, 63))] = 6;
+        layout.BlockCount = static_cast<std::int16_t>(roll(0, 120));
+        if (kind == GameKind::Shardles) {
+            layout.LastBlockCount = static_cast<std::int16_t>(roll(1, 20));
+            layout.BallX = static_cast<std::int16_t>(roll(0, 94));
+            layout.BallY = static_cast<std::int16_t>(roll(0, 62));
+        }
+        LevelRecord& record = set.Record(level);
+        record.SpottedUnused = roll(0, 1) == 1;
+        record.CenterLineUnused = roll(0, 1) == 1;
+        record.ZigZagChangerCount = static_cast<std::int16_t>(roll(0, 5));
+        record.SpecialUnusedCount = static_cast<std::int16_t>(roll(0, 5));
+    }
+    return set;
+}
+
+LevelSet Carried(const LevelSet& set, FormatId form) {
+    LevelSet kept = set;
+    kept.CurrentLevel = 1;
+    if (form != FormatId::Json) {
+        const LevelSet fresh = NewSet(set.Kind);
+        for (int level = 1; level <= set.LevelCount(); ++level) {
+            LevelRecord& record = kept.Record(level);
+            record = LevelRecord{};
+            // Of the records, only the My File carries its five fields of a Shardles level.
+            if (form != FormatId::MyFile || !set.IsShardles()) continue;
+            const LevelRecord& given = set.Record(level);
+            record.CenterLineUnused = given.CenterLineUnused;
+            record.CustomChangerCount = given.CustomChangerCount;
+            record.SpottedChangerCount = given.SpottedChangerCount;
+            record.ZigZagChangerCount = given.ZigZagChangerCount;
+            record.SpecialUnusedCount = given.SpecialUnusedCount;
+        }
+        if (!set.UseCustomShardles) kept.CustomShardlePicture = kept.CustomChangerPicture = PiecePicture{};
+        if (form == FormatId::Source || form == FormatId::Program)
+            kept.UseShardlesDebugger = kept.MatchLocksToBlocks = true;
+        if (!set.IsShardles()) {
+            // A Tiltbash file holds its title, its cells and block counts.
+            LevelSet tiltbash = fresh;
+            tiltbash.Title = set.Title;
+            tiltbash.Layouts = kept.Layouts;
+            tiltbash.Records = kept.Records;
+            for (LevelLayout& layout : tiltbash.Layouts) layout.BallX = layout.BallY = layout.LastBlockCount = 0;
+            kept = tiltbash;
+        }
+    }
+    RecountCurrentLevel(kept);  // opening shows level 1, which recounts it
+    return kept;
+}
+
+std::string JsonOf(const LevelSet& set) { return WriteJsonFile(set).bytes; }
+
+}  // namespace shd::test
