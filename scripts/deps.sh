@@ -4,10 +4,10 @@
 set -euo pipefail
 packages=(cmake ninja-build g++ pkg-config qt6-base-dev libgl1-mesa-dev rapidjson-dev)
 if [ "${1:-run}" = test ]; then
-  # GoogleTest; the TI file library, the GNU Z80 assembler and a second JSON
-  # library check our files independently; clang brings libFuzzer and the
-  # sanitizer runtimes.
-  packages+=(libgtest-dev libgmock-dev libtifiles-dev binutils-z80 nlohmann-json3-dev clang libclang-rt-dev)
+  # GoogleTest; the TI file library and the GNU Z80 assembler check our files
+  # independently; clang brings libFuzzer and the sanitizer runtimes; the
+  # locale definitions let a test read numbers under a decimal-comma locale.
+  packages+=(libgtest-dev libgmock-dev libtifiles-dev binutils-z80 clang libclang-rt-dev locales)
 fi
 missing=()
 for p in "${packages[@]}"; do

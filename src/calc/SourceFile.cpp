@@ -70,10 +70,7 @@ ReadResult SourceReader::Read() {
     auto token = fields_.NextString();
     if (!token) {
         // Nothing has been replaced yet, so the editor keeps its set, as with a wrong origin.
-        ReadResult untouched = RefusedRead("");
-        untouched.outcome.where = "line " + std::to_string(fields_.LastLine());
-        untouched.outcome.why = "the file ends before the origin line";
-        return untouched;
+        return StoppedBeforeReplacing("line " + std::to_string(fields_.LastLine()), "the file ends before the origin line");
     }
     if (token->find("9327h") == std::string::npos) return RefusedRead("Not compilable code.");
 

@@ -413,7 +413,10 @@ void Editor::cmdLoseLev_Click() {
 void Editor::ShowCurrentLevelInList() { ui_.levelText = LevelEntry(set_.CurrentLevel); }
 
 void Editor::cmbLevels_Click(int entryIndex) {
-    if (set_.LevelCount() == 1 && prompts_.AskYesNo("You only have 1 Level. Should I add another?")) AddLevel();
+    if (set_.LevelCount() == 1 && prompts_.AskYesNo("You only have 1 Level. Should I add another?")) {
+        StepRecorder step(*this, StepKind::AddLevel);
+        AddLevel();
+    }
     if (entryIndex < 0 || entryIndex >= set_.LevelCount() || entryIndex + 1 == set_.CurrentLevel) {
         ShowCurrentLevelInList();
         return;
@@ -444,6 +447,8 @@ void Editor::txtTitle_KeyUp(int keyCode) {
     if (keys::IsEditingKey(keyCode)) return;
     if (set_.Title.size() > kMaxTitleLength) set_.Title.resize(kMaxTitleLength);
 }
+
+void Editor::txtBall_Changed(bool across, const std::string& text) { (across ? ui_.ballXText : ui_.ballYText) = text; }
 
 void Editor::SetBall(bool across, int keyCode, const std::string& text) {
     std::string& shown = across ? ui_.ballXText : ui_.ballYText;

@@ -84,6 +84,9 @@ public:
     void cmbLevels_Click(int entryIndex);
     void txtTitle_Changed(const Bytes& text);  // every edit of the title box
     void txtTitle_KeyUp(int keyCode);          // cuts the title to 20 characters
+    // The ball boxes hold what they show, however it got there (typing,
+    // pasting, dropping); only a key release checks it.
+    void txtBall_Changed(bool across, const std::string& text);
     void txtBallx_KeyUp(int keyCode, const std::string& text);
     void txtBally_KeyUp(int keyCode, const std::string& text);
     void cmbBonus_Changed(const Bytes& text);

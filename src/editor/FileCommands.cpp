@@ -128,7 +128,7 @@ void Editor::mnuSaveCode_Click() {
     if (const auto fault = ProgramTitleFault(choice.title)) {
         prompts_.Message(*fault);
     } else if (!choice.path.empty()) {
-        if (CalculatorName(choice.title).empty()) {
+        if (!CalculatorName(choice.title)) {
             ui_.status = "Could not compile: the file name " + choice.title + " is too short";
         } else if (WriteSet(format, WithProgramExtension(choice.path), choice.title)) {
             prompts_.Message("Succesfully compiled!");

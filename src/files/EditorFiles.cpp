@@ -328,7 +328,8 @@ bool ReadLevels(SetReader& reader, Layout layout, int count) {
 ReadResult ReadEditorFile(std::string_view bytes, Layout layout) {
     SetReader reader(bytes);
     const auto magic = reader.Scan().ReadLine();
-    if (!magic || *magic != kMagic) return RefusedRead(std::string(kNotMine));
+    if (!magic) return StoppedBeforeReplacing("line 1", "the file is empty");
+    if (*magic != kMagic) return RefusedRead(std::string(kNotMine));
     int count = 0;
     const bool complete = reader.TextLine(reader.Set().Title, "the title") &&
                           ReadSetWide(reader, layout, count) && ReadLevels(reader, layout, count);
@@ -394,7 +395,9 @@ ReadResult ReadListFile(const std::string& bytes) {
     SetReader reader(bytes);
     const auto title = reader.Scan().ReadLine();
     const auto header = reader.Scan().ReadLine();
-    if (!title || !header || !header->starts_with("//L")) return RefusedRead(std::string(kNotList));
+    if (!title) return StoppedBeforeReplacing("line 1", "the file is empty");
+    if (!header) return StoppedBeforeReplacing("line 2", "the file ends before the header");
+    if (!header->starts_with("//L")) return RefusedRead(std::string(kNotList));
     reader.Set().Title = Bytes(*title);
     int count = 0;
     const bool complete = ReadSetWide(reader, Layout::List, count) && ReadLevels(reader, Layout::List, count);

@@ -16,9 +16,9 @@ WriteResult WriteList(const LevelSet& set, std::string_view) { return WriteListF
 WriteResult WriteSource(const LevelSet& set, std::string_view) { return WriteSourceFile(set); }
 WriteResult WriteJson(const LevelSet& set, std::string_view) { return WriteJsonFile(set); }
 WriteResult WriteProgram(const LevelSet& set, std::string_view fileTitle) {
-    const std::string name = CalculatorName(fileTitle);
-    if (name.empty()) return RefusedWrite("The file name is too short to give the program a name.");
-    return WriteProgramFile(set, name);
+    const auto name = CalculatorName(fileTitle);
+    if (!name) return RefusedWrite("The file name is too short to give the program a name.");
+    return WriteProgramFile(set, *name);
 }
 
 const std::array<Format, 6> kFormats{{
@@ -53,8 +53,8 @@ std::optional<FormatId> FormOfFileName(std::string_view fileName) {
     return std::nullopt;
 }
 
-std::string CalculatorName(std::string_view fileTitle) {
-    if (fileTitle.size() < 4) return {};
+std::optional<std::string> CalculatorName(std::string_view fileTitle) {
+    if (fileTitle.size() < 4) return std::nullopt;
     std::string name(fileTitle.substr(0, fileTitle.size() - 4));
     for (char& c : name) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
     return name;

@@ -36,8 +36,9 @@ const std::array<Format, 6>& AllFormats();
 std::optional<FormatId> FormOfFileName(std::string_view fileName);
 
 // The calculator name for a program file title: the last four characters
-// dropped, the rest in upper case. Empty when the title is shorter than four.
-std::string CalculatorName(std::string_view fileTitle);
+// dropped, the rest in upper case (so "abcd" names none). Nothing when the
+// title is shorter than four.
+std::optional<std::string> CalculatorName(std::string_view fileTitle);
 
 // The save dialog's rule for program files: a title of more than 12
 // characters gets the message the editor shows, since the calculator shows

@@ -230,6 +230,10 @@ void frmDev::BuildControls() {
     connect(cmbExLife_, &QComboBox::editTextChanged, this, [this](const QString& text) {
         if (!syncing_) Run([&] { editor_.cmbExLife_Changed(ToBytes(text)); });
     });
+    for (QLineEdit* box : {txtBallx_, txtBally_})
+        connect(box, &QLineEdit::textChanged, this, [this, box](const QString& text) {
+            if (!syncing_) Run([&] { editor_.txtBall_Changed(box == txtBallx_, ToBytes(text)); });
+        });
     for (QLineEdit* box : {txtTitle_, txtBallx_, txtBally_}) box->installEventFilter(this);
 }
 
@@ -301,7 +305,8 @@ void frmDev::BuildMenus() {
     connect(mnuUndo_, &QAction::triggered, this, [this] { Run([&] { editor_.Undo(); }); });
     mnuRedo_ = mnuEdit->addAction(QStringLiteral("&Redo"));
     mnuRedo_->setObjectName(QStringLiteral("mnuRedo"));
-    mnuRedo_->setShortcuts(QKeySequence::Redo);
+    // Ctrl+Y as well as the platform's own: Linux key schemes have only Ctrl+Shift+Z.
+    mnuRedo_->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
     connect(mnuRedo_, &QAction::triggered, this, [this] { Run([&] { editor_.Redo(); }); });
 
     mnuCreate_ = AddMenu(bar, "&Create", "mnuCreate");

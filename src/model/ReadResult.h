@@ -45,6 +45,15 @@ inline ReadResult RefusedRead(std::string message) {
     return result;
 }
 
+// A read that broke off before it replaced anything: refused without a
+// word, so the editor keeps its set, but saying where and why.
+inline ReadResult StoppedBeforeReplacing(std::string where, std::string why) {
+    ReadResult result = RefusedRead({});
+    result.outcome.where = std::move(where);
+    result.outcome.why = std::move(why);
+    return result;
+}
+
 // A read that broke off: the set keeps what was read, with one empty level
 // when the levels were not set up yet, and level 1 current.
 inline ReadResult StoppedRead(LevelSet set, std::string where, std::string why) {

@@ -281,17 +281,21 @@ TEST_F(EditorTest, LevelsAreAddedUpTo255AndRemovedWithTheirRecords) {
 }
 
 TEST_F(EditorTest, SwitchingCountsTheLevelLeftStoresItsBallAndShowsTheNext) {
+    Paint(3, 1);
     prompts.ExpectYesNo("You only have 1 Level. Should I add another?", true);
     SwitchTo(1);
     EXPECT_EQ(ui().levelEntries.back(), "Level 2");
     EXPECT_EQ(set().CurrentLevel, 1);
+    editor.Undo();  // adding the level was a step of its own
+    EXPECT_EQ(set().LevelCount() * 10 + set().Layout(1).Cells[3], 11);
+    editor.Redo();
     DebuggerOff();
     Paint(0, 1);
     Paint(1, 1);
-    editor.txtBallx_KeyUp('5', "12");
+    editor.txtBall_Changed(true, "12");  // pasted: no key went up
     editor.txtBally_KeyUp(keys::Backspace, "7.5");  // left unchecked by an editing key, stored on leaving
     SwitchTo(2);
-    EXPECT_EQ(set().Layout(1).BlockCount, 2);
+    EXPECT_EQ(set().Layout(1).BlockCount, 3);
     EXPECT_EQ(set().Layout(1).BallX * 100 + set().Layout(1).BallY, 1208);
     EXPECT_EQ(ui().levelText + "|" + ui().ballXText, "Level 2|0");
     SwitchTo(1);
@@ -323,6 +327,23 @@ TEST_F(EditorTest, TitleAndBallBoxesAreCheckedOnKeysOtherThanTheSixEditingKeys) 
     editor.cmbBonus_Changed("90");
     editor.cmbExLife_Changed("7");
     EXPECT_EQ(set().BonusClock + set().ExtraLifePoints, "907");
+}
+
+TEST_F(EditorTest, NumbersFollowTheProgramsOwnRuleWhateverTheLocale) {
+    ASSERT_TRUE(UseADecimalCommaLocale());
+    const std::tuple<const char*, const char*, int> texts[] = {{"5.5", "5.5", 6}, {"94.7", "0", 0}, {"-0.6", "0", 0}};
+    for (const auto& [text, shown, stored] : texts) {
+        editor.txtBallx_KeyUp('1', text);
+        EXPECT_EQ(ui().ballXText + "|" + std::to_string(set().Layout(1).BallX), shown + std::string("|") + std::to_string(stored));
+    }
+    prompts.Expect(K::Input, kSpecial, Answer::Yes, "0.4");
+    editor.mnuSpecial_Click();
+    EXPECT_TRUE(ui().marks.Special);
+    WriteFile(dir / "set.rsx", ReadFile(DataDir() / "myfile/loose-lines.in"));
+    prompts.ExpectOpen(kMyFileOpen, dir / "set.rsx").ExpectMessage("Opened Succesfully");
+    editor.OpenLevelFile(FormatId::MyFile);
+    UseTheCLocale();
+    EXPECT_EQ(set().Layout(1).BallX * 1000 + set().Layout(1).BallY, -3996);  // "-3.5,  4" read and rounded
 }
 
 TEST_F(EditorTest, ResetAllClearsOnlyTheCurrentLevelsGridAndShardles) {
@@ -492,7 +513,7 @@ TEST_F(EditorTest, ProgramFilesTakeTheirNameFromTheFileAndOpenBack) {
     // The name as the file holds it, padding shown as dots.
     const std::pair<const char*, std::string> saves[] = {
         {"levels12.83p", "levels12.83p|LEVELS12"}, {"abcdef", "abcdef.83p|AB......"},
-        {"caps.83P", "caps.83p|CAPS...."}, {"set.txt", "set.83p|SET....."}};
+        {"caps.83P", "caps.83p|CAPS...."}, {"set.txt", "set.83p|SET....."}, {"abcd", "abcd.83p|........"}};
     for (const auto& [name, saved] : saves) {
         prompts.ExpectSave(kProgramSave, dir / name).ExpectMessage("Succesfully compiled!");
         editor.mnuSaveCode_Click();

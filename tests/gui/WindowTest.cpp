@@ -129,10 +129,12 @@ TEST_F(WindowTest, PaletteGridAndKeysReachTheEditorAndTheCellsShowItsPictures) {
     // Undo and redo go through the editor, by menu and by key.
     EXPECT_TRUE(Find<QAction>("mnuUndo")->isEnabled());
     EXPECT_EQ(Find<QAction>("mnuUndo")->shortcuts(), QKeySequence::keyBindings(QKeySequence::Undo));
-    QTest::keyClick(window->grid(), Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(Code(22), 2);
-    Trigger("mnuRedo");
-    EXPECT_EQ(Code(22), 0);
+    for (const QKeySequence& redo : {QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)}) {
+        QTest::keyClick(window->grid(), Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Code(22), 2);
+        QTest::keySequence(window->grid(), redo);
+        EXPECT_EQ(Code(22), 0) << redo.toString().toStdString();
+    }
 }
 
 TEST_F(WindowTest, BoxesListsAndButtonsReachTheEditorAndShowWhatItKeeps) {
@@ -150,6 +152,10 @@ TEST_F(WindowTest, BoxesListsAndButtonsReachTheEditorAndShowWhatItKeeps) {
     ballx->selectAll();
     QTest::keyClicks(ballx, "95");
     EXPECT_EQ(ballx->text(), QStringLiteral("0"));
+    ballx->selectAll();
+    ballx->insert(QStringLiteral("33"));  // as a paste does: no key goes up
+    ClickCell(0);
+    EXPECT_EQ(ballx->text(), QStringLiteral("33"));
     auto* bonus = Find<QComboBox>("cmbBonus");
     bonus->lineEdit()->selectAll();
     QTest::keyClicks(bonus->lineEdit(), "6");
@@ -164,6 +170,7 @@ TEST_F(WindowTest, BoxesListsAndButtonsReachTheEditorAndShowWhatItKeeps) {
     prompts.ExpectMessage("Level #1 has no Last Blocks.");
     emit levels->activated(1);
     EXPECT_EQ(levels->currentText() + ballx->text(), QStringLiteral("Level 20"));
+    EXPECT_EQ(set().Layout(1).BallX, 33);  // the pasted value, stored on leaving the level
     QTest::mouseClick(Find("cmdLoseLev"), Qt::LeftButton);
     EXPECT_EQ(levels->currentText() + Text("statusLevel"), QStringLiteral("Level 1Level 1 of 1"));
     Trigger("mnuNewShd");

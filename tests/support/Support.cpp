@@ -2,6 +2,8 @@
 
 #include <stdlib.h>
 
+#include <clocale>
+#include <cstdlib>
 #include <fstream>
 #include <random>
 #include <sstream>
@@ -107,6 +109,25 @@ LevelSet Carried(const LevelSet& set, FormatId form) {
     }
     RecountCurrentLevel(kept);  // opening shows level 1, which recounts it
     return kept;
+}
+
+bool UseADecimalCommaLocale() {
+    // Built into a folder of our own, so the test needs no locale installed system-wide.
+    static const std::string folder = [] {
+        const auto path = std::filesystem::temp_directory_path() / "shd-locales";
+        std::filesystem::create_directories(path);
+        const std::string command = "localedef -i de_DE -f UTF-8 '" + (path / "de_DE.UTF-8").string() + "' 2>/dev/null";
+        return std::system(command.c_str()) == 0 ? path.string() : std::string();
+    }();
+    ::setenv("LOCPATH", folder.c_str(), 1);
+    ::setenv("LC_ALL", "de_DE.UTF-8", 1);
+    return std::setlocale(LC_ALL, "") && std::localeconv()->decimal_point == std::string(",");
+}
+
+void UseTheCLocale() {
+    ::unsetenv("LC_ALL");
+    ::unsetenv("LOCPATH");
+    std::setlocale(LC_ALL, "C");
 }
 
 std::string JsonOf(const LevelSet& set) { return WriteJsonFile(set).bytes; }

@@ -36,6 +36,12 @@ LevelSet RandomSet(GameKind kind, int levels, bool pictures, unsigned seed);
 // editor opens one: what the form leaves out is as a new set has it.
 LevelSet Carried(const LevelSet& set, FormatId form);
 
+// Makes the process use a German locale, whose decimal point is a comma,
+// the way Qt sets the locale from the environment; false when it cannot.
+// UseTheCLocale goes back.
+bool UseADecimalCommaLocale();
+void UseTheCLocale();
+
 // The set as our JSON writer writes it: readable in a failure message.
 std::string JsonOf(const LevelSet& set);
 
