@@ -34,7 +34,6 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::string* e
     if (fd < 0) return fail(fd, errno);
     struct stat info {};
     if (::fstat(fd, &info) != 0) return fail(fd, errno);
-    if (S_ISDIR(info.st_mode)) return fail(fd, EISDIR);  // a folder would read as no bytes rather than fail
     // A regular file comes in one piece into room of its size; anything else
     // (a pipe, a file that grows) in pieces as they come.
     std::string bytes;

@@ -300,6 +300,11 @@ TEST_F(EditorTest, SwitchingCountsTheLevelLeftStoresItsBallAndShowsTheNext) {
     EXPECT_EQ(ui().levelText + "|" + ui().ballXText, "Level 2|0");
     SwitchTo(1);
     EXPECT_EQ(ui().ballXText + "|" + ui().ballYText, "12|8");
+    editor.txtBallx_KeyUp('9', "9");
+    SwitchTo(2);
+    editor.txtBallx_KeyUp('9', "9");  // typing again, but a level switch came between: two steps
+    editor.Undo();
+    EXPECT_EQ(set().Layout(1).BallX * 10 + set().Layout(2).BallX, 90);
 }
 
 TEST_F(EditorTest, TitleAndBallBoxesAreCheckedOnKeysOtherThanTheSixEditingKeys) {
@@ -354,6 +359,7 @@ TEST_F(EditorTest, ResetAllClearsOnlyTheCurrentLevelsGridAndShardles) {
     editor.txtBallx_KeyUp('5', "12");
     Paint(4, 9);
     editor.Toggle(Toggle::Spotted);
+    editor.Toggle(Toggle::ZigZag);
     editor.mnuResetAll_Click();
     const LevelRecord& record = set().Record(2);
     EXPECT_EQ(set().Layout(2).Cells, BlockGrid(80, 0));
@@ -460,6 +466,7 @@ TEST_F(EditorTest, SavingCountsEveryLevelAndRefusesALevelWithoutLastBlocksFirst)
     editor.OpenLevelFile(FormatId::MyFile);
     EXPECT_EQ(set().Layouts, saved.Layouts);
     EXPECT_EQ(set().Title, "Three");
+    EXPECT_FALSE(editor.CanUndo());  // an opened set starts an empty history
     EXPECT_EQ(ui().levelEntries.size() * 100 + ui().gridCells.size(), 380u);
     EXPECT_EQ(ui().shownPictures[1], 1);
     // Cancelled dialogs still end on level 1, and the debugger runs there after a save.
@@ -503,6 +510,12 @@ TEST_F(EditorTest, OpeningRefusesForeignFilesKeepingTheSetAndSaysWhereAReadStopp
     prompts.ExpectOpen(kMyFileOpen, dir / "none.rsx");
     editor.OpenLevelFile(FormatId::MyFile);
     EXPECT_EQ(ui().status, "none.rsx: cannot be read: No such file or directory");
+    // A set whose debugger is off: the option's mark, on before, stays on.
+    WriteFile(dir / "off.rsx", ReadFile(DataDir() / "myfile/shardles.out"));
+    prompts.ExpectOpen(kMyFileOpen, dir / "off.rsx").ExpectMessage("Opened Succesfully");
+    editor.mnuNewShd_Click();
+    editor.OpenLevelFile(FormatId::MyFile);
+    EXPECT_TRUE(ui().marks.Debugger && !set().UseShardlesDebugger);
 }
 
 TEST_F(EditorTest, ProgramFilesTakeTheirNameFromTheFileAndOpenBack) {
@@ -545,7 +558,11 @@ TEST_F(EditorTest, ProgramFilesTakeTheirNameFromTheFileAndOpenBack) {
 
 TEST_F(EditorTest, SourceExportsShowTheirMessageOnTheLastLevelAndRefuseWhatTheGamesCannotHold) {
     ThreeLevels();
-    prompts.ExpectSave(kSourceSave, dir / "three.z80").ExpectMessage("Saved Succesfully");
+    Paint(7, 4);  // on level 3: the debugger asks there when the message has been shown, then not on level 1
+    editor.Toggle(Toggle::Debugger);
+    prompts.ExpectSave(kSourceSave, dir / "three.z80")
+        .ExpectMessage("Saved Succesfully")
+        .ExpectYesNo("You have a Center-Line Shardle without a Changer.  Set Center-Line as Unused?", false);
     editor.mnuSaveSource_Click();
     EXPECT_EQ(set().CurrentLevel, 1);
     editor.mnuNewTil_Click();

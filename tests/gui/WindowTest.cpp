@@ -108,6 +108,7 @@ TEST_F(WindowTest, ControlsAndMenusStandWithTheirCaptionsAtTheirTwipPositions) {
 }
 
 TEST_F(WindowTest, PaletteGridAndKeysReachTheEditorAndTheCellsShowItsPictures) {
+    EXPECT_FALSE(Find<QAction>("mnuUndo")->isEnabled() || Find<QAction>("mnuRedo")->isEnabled());
     Choose(2);
     QTest::mousePress(window->grid(), Qt::LeftButton, {}, Centre(21));
     EXPECT_TRUE(Code(21) == 2 && Shows(21, 2));  // painted on the press, nothing asked yet
@@ -122,8 +123,8 @@ TEST_F(WindowTest, PaletteGridAndKeysReachTheEditorAndTheCellsShowItsPictures) {
     QTest::keyClick(window->grid(), Qt::Key_C);  // a code typed on the grid chooses its block
     EXPECT_EQ(window->editor().ui().SelectedBlock, 12);
     EXPECT_EQ(window->focusWidget(), window->paletteButton(12));
-    QTest::keyClick(window->paletteButton(12), Qt::Key_Right);
-    EXPECT_TRUE(window->paletteButton(13)->isChecked() && window->paletteButton(13)->hasFocus());
+    QTest::keyClick(window->paletteButton(12), Qt::Key_Left);
+    EXPECT_TRUE(window->paletteButton(11)->isChecked() && window->paletteButton(11)->hasFocus());
     EXPECT_EQ(Text("statusBlocks"), QStringLiteral("Blocks: 2"));
     EXPECT_EQ(Text("statusLevel"), QStringLiteral("Level 1 of 1"));
     // Undo and redo go through the editor, by menu and by key.

@@ -95,6 +95,11 @@ TEST(DebugChecks, NineQuestionsInTheirOrderWithTheirTextsAndAnswers) {
             EXPECT_EQ(checks[static_cast<std::size_t>(j)].holds(set, 1), i == j)
                 << "record " << i << ", check " << j;
     }
+    LevelSet inUse = NewSet(GameKind::Shardles);  // shardles with their changers, every kind in use
+    inUse.UseCustomShardles = true;
+    inUse.Record(1) = {.SpottedCount = 1, .SpottedChangerCount = 1, .ZigZagCount = 1, .ZigZagChangerCount = 1,
+                       .CenterLineCount = 1, .CenterLineChangerCount = 1, .CustomCount = 1, .CustomChangerCount = 1};
+    for (const DebugCheck& check : checks) EXPECT_FALSE(check.holds(inUse, 1)) << check.question;
 }
 
 std::vector<int> SetCells(const PiecePicture& picture) {
