@@ -462,6 +462,7 @@ TEST_F(EditorTest, SavingCountsEveryLevelAndRefusesALevelWithoutLastBlocksFirst)
     EXPECT_EQ(set().Layout(1).BlockCount * 10 + set().Layout(1).LastBlockCount, 11);
     const LevelSet saved = set();
     editor.mnuNewTil_Click();
+    Paint(0, 1);
     prompts.ExpectOpen(kMyFileOpen, dir / "three.rsx").ExpectMessage("Opened Succesfully");
     editor.OpenLevelFile(FormatId::MyFile);
     EXPECT_EQ(set().Layouts, saved.Layouts);
