@@ -2,6 +2,8 @@
 
 #include <iterator>
 
+#include "model/Quoted.h"
+
 namespace shd {
 
 namespace {
@@ -100,11 +102,11 @@ std::optional<std::string> Unexportable(const LevelSet& set) {
             return "Level " + std::to_string(level) + " has a grid of the wrong size.";
     if (set.IsShardles()) {
         if (!IndexIn(kBonusClocks, set.BonusClock))
-            return "The bonus clock \"" + set.BonusClock +
-                   "\" cannot be written for the calculator: it must be 30, 60, 90 or 120.";
+            return "The bonus clock " + Quoted(set.BonusClock) +
+                   " cannot be written for the calculator: it must be 30, 60, 90 or 120.";
         if (!IndexIn(kExtraLifePoints, set.ExtraLifePoints))
-            return "The extra life points \"" + set.ExtraLifePoints +
-                   "\" cannot be written for the calculator: they must be 100, 200, 300, 400, 500, 600, "
+            return "The extra life points " + Quoted(set.ExtraLifePoints) +
+                   " cannot be written for the calculator: they must be 100, 200, 300, 400, 500, 600, "
                    "700 or 800.";
     }
     // CountOffset is one byte.

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "calc/LevelImage.h"
+#include "model/Quoted.h"
 
 namespace shd {
 
@@ -167,8 +168,7 @@ ReadResult ImageReader::Read() {
 
 WriteResult WriteProgramFile(const LevelSet& set, std::string_view calculatorName) {
     if (calculatorName.size() > 8)
-        return RefusedWrite("The calculator name \"" + std::string(calculatorName) +
-                       "\" is longer than 8 characters.");
+        return RefusedWrite("The calculator name " + Quoted(calculatorName) + " is longer than 8 characters.");
     WriteResult image = BuildLevelImage(set);
     if (!image.ok) return image;
     const std::size_t n = image.bytes.size();

@@ -5,6 +5,7 @@
 
 #include "calc/LevelImage.h"
 #include "calc/SourceTokens.h"
+#include "model/Quoted.h"
 #include "model/TextOut.h"
 
 namespace shd {
@@ -43,7 +44,7 @@ private:
     LevelSet set_;
 };
 
-std::string NotAValue(std::string_view token) { return "\"" + std::string(token) + "\" is not a value"; }
+std::string NotAValue(std::string_view token) { return Quoted(token) + " is not a value"; }
 
 // Twelve row texts: six for in-row numbers 8 down to 1, six for 10 and 9.
 // `inHand` may already hold the first row. Returns why it failed, if it did.
@@ -54,7 +55,7 @@ std::optional<std::string> SourceReader::ReadPicture(PiecePicture& picture, std:
         else text = fields_.GetNextByte();
         if (!text) return "the file ends inside the custom pictures";
         if (text->size() < 8 || !source::CutToEightDigits(text->substr(0, 8)))
-            return "the picture row \"" + std::string(*text) + "\" is not eight digits";
+            return "the picture row " + Quoted(*text) + " is not eight digits";
         const int row = i % 6;
         if (i < 6) {
             for (int c = 0; c < 8; ++c) picture.at(10 * row + 8 - c) = static_cast<std::uint8_t>((*text)[c] - '0');
@@ -154,7 +155,7 @@ ReadResult SourceReader::Read() {
                 const long number = source::FieldNumber(*text);
                 if (number < std::numeric_limits<std::int16_t>::min() ||
                     number > std::numeric_limits<std::int16_t>::max())
-                    return Stop("the number " + std::string(*text) + " is out of range");
+                    return Stop("the number " + Quoted(*text) + " is out of range");
                 *field = static_cast<std::int16_t>(number);
             }
         } else {

@@ -1,6 +1,8 @@
 #include "cli/Convert.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <optional>
 
 #include "files/FileIo.h"
@@ -15,12 +17,22 @@ void Say(const std::string& line) {
     std::fputc('\n', stderr);
 }
 
+// How a file is named in a message.
+std::string Named(const std::string& path) { return path == kStandardStream ? "standard input" : path; }
+
 // The set as the editor holds it right after opening; nothing when the read
 // did not complete (the reason is already printed).
 std::optional<LevelSet> Open(FormatId from, const std::string& input) {
-    ReadResult read = OpenFile(GetFormat(from), input);
+    ReadResult read;
+    if (input == kStandardStream) {
+        std::string error;
+        const auto bytes = ReadStandardInput(&error);
+        read = bytes ? OpenBytes(GetFormat(from), *bytes) : StoppedBeforeReplacing({}, error);
+    } else {
+        read = OpenFile(GetFormat(from), input);
+    }
     if (!read.complete()) {
-        Say(input + ": " + read.outcome.Text());
+        Say(Named(input) + ": " + read.outcome.Text());
         return std::nullopt;
     }
     return std::move(read.set);
@@ -34,13 +46,13 @@ int Convert(FormatId from, const std::string& input, FormatId to, const std::str
     const Format& format = GetFormat(to);
     if (format.countsBlocksFirst)
         if (const int level = CountAllLevels(*set)) {
-            Say(NoLastBlocksMessage(level));
+            Say(Named(input) + ": " + NoLastBlocksMessage(level));
             return kRefused;
         }
     const std::string title = FileTitleOf(output);
     if (to == FormatId::Program)
         if (const auto fault = ProgramTitleFault(title)) {
-            Say(*fault);
+            Say(output + ": " + *fault);
             return kRefused;
         }
     const WriteResult written = format.write(*set, title);
@@ -49,11 +61,11 @@ int Convert(FormatId from, const std::string& input, FormatId to, const std::str
         return kRefused;
     }
     std::string error;
-    if (!WriteFileAtomic(output, written.bytes, &error)) {
-        Say(output + ": " + error);
-        return kRefused;
-    }
-    return kDone;
+    if (output == kStandardStream ? WriteStandardOutput(written.bytes, &error)
+                                  : WriteFileAtomic(output, written.bytes, &error))
+        return kDone;
+    Say((output == kStandardStream ? "" : output + ": ") + error);
+    return kRefused;
 }
 
 int Check(FormatId from, const std::string& input) {
@@ -76,6 +88,10 @@ int Check(FormatId from, const std::string& input) {
         }
     }
     std::printf("%d finding%s\n", findings, findings == 1 ? "" : "s");
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
+        Say(std::string("cannot write to standard output: ") + std::strerror(errno));
+        return kRefused;
+    }
     return findings == 0 ? kDone : kRefused;
 }
 

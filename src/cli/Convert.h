@@ -12,6 +12,9 @@ constexpr int kDone = 0;
 constexpr int kRefused = 1;  // the input, the set or the output was refused; nothing written
 constexpr int kUsage = 2;
 
+// "-" as INPUT is standard input, as OUTPUT standard output.
+inline constexpr const char* kStandardStream = "-";
+
 // Reads `input` as `from`, saves it as `to` into `output`, as the editor's
 // open and save commands would, without their questions. Messages go to
 // standard error.

@@ -1,5 +1,6 @@
 // shardles-convert: converts level sets between the editor's forms and JSON,
 // and reports what the editor's level checks would say about a set.
+#include <csignal>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -32,6 +33,8 @@ constexpr const char* kHelp =
     "             OUTPUT's file name, which may have at most 12 characters\n"
     "  json       JSON (.json)\n"
     "Without --from or --to the form follows the file's extension.\n"
+    "INPUT - reads standard input and OUTPUT - writes standard output; the\n"
+    "form must then be named with --from or --to.\n"
     "\n"
     "Exit status: 0 written (or, with --check, no findings); 1 the input or the\n"
     "set was refused (or there are findings); 2 the command line is wrong.\n";
@@ -57,6 +60,9 @@ struct Command {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // A closed pipe is a failed write to report, not a reason to die quietly.
+    std::signal(SIGPIPE, SIG_IGN);
+    shd::RemoveUnfinishedSavesOnSignals();
     Command command;
     bool optionsEnded = false;
     for (int i = 1; i < argc; ++i) {
@@ -106,13 +112,20 @@ int main(int argc, char** argv) {
     auto formOf = [](const std::optional<FormatId>& given, const std::string& path) -> std::optional<FormatId> {
         return given ? given : shd::FormOfFileName(shd::FileTitleOf(path));
     };
+    auto unknownForm = [](const std::string& path, const char* option) {
+        return UsageError(path == shd::cli::kStandardStream
+                              ? std::string("the form of standard input or output must be named; give ") + option
+                              : "cannot tell the form of " + path + " from its extension; give " + option);
+    };
     const std::string& input = command.files[0];
     const auto from = formOf(command.from, input);
-    if (!from) return UsageError("cannot tell the form of " + input + " from its extension; give --from");
+    if (!from) return unknownForm(input, "--from");
     if (command.check) return shd::cli::Check(*from, input);
 
     const std::string& output = command.files[1];
+    if (output.empty()) return UsageError("the OUTPUT file name is empty");
+    if (output.back() == '/') return UsageError(output + " ends in /, so it names a folder, not a file");
     const auto to = formOf(command.to, output);
-    if (!to) return UsageError("cannot tell the form of " + output + " from its extension; give --to");
+    if (!to) return unknownForm(output, "--to");
     return shd::cli::Convert(*from, input, *to, output);
 }

@@ -8,6 +8,7 @@
 
 #include "files/TextScanner.h"
 #include "model/Numbers.h"
+#include "model/Quoted.h"
 #include "model/TextOut.h"
 
 namespace shd {
@@ -118,11 +119,6 @@ std::optional<double> NumberOf(std::string_view text) {
     return std::nullopt;
 }
 
-std::string Quote(std::string_view text) {
-    constexpr std::size_t kShown = 20;
-    if (text.size() <= kShown) return "\"" + std::string(text) + "\"";
-    return "\"" + std::string(text.substr(0, kShown)) + "...\"";
-}
 
 
 enum class ByteRule { WholeItem, LeadingPart };
@@ -156,7 +152,7 @@ public:
         auto text = Line(what);
         if (!text) return false;
         auto value = BooleanOf(*text);
-        if (!value) return Fail(line, Quote(*text) + " is not True or False");
+        if (!value) return Fail(line, Quoted(*text) + " is not True or False");
         field = *value;
         return true;
     }
@@ -167,7 +163,7 @@ public:
         if (!text) return false;
         auto number = LeadingNumber(*text);
         if (!number || *number < 1 || *number > kMaxLevels)
-            return Fail(line, "level count " + Quote(TrimBlanks(*text)) + " is not 1 to 255");
+            return Fail(line, "level count " + Quoted(TrimBlanks(*text)) + " is not 1 to 255");
         count = static_cast<int>(*number);
         return true;
     }
@@ -176,9 +172,9 @@ public:
         auto item = NextItem();
         if (!item) return false;
         auto number = NumberOf(item->text);
-        if (!number) return Fail(item->line, Quote(item->text) + " is not a number");
+        if (!number) return Fail(item->line, Quoted(item->text) + " is not a number");
         if (*number < INT16_MIN || *number > INT16_MAX)
-            return Fail(item->line, Quote(item->text) + " does not fit a 16-bit number");
+            return Fail(item->line, Quoted(item->text) + " does not fit a 16-bit number");
         field = static_cast<std::int16_t>(*number);
         return true;
     }
@@ -190,7 +186,7 @@ public:
         if (SameIgnoringCase(item->text, "#TRUE#")) value = true;
         else if (SameIgnoringCase(item->text, "#FALSE#")) value = false;
         else value = BooleanOf(item->text);
-        if (!value) return Fail(item->line, Quote(item->text) + " is not #TRUE# or #FALSE#");
+        if (!value) return Fail(item->line, Quoted(item->text) + " is not #TRUE# or #FALSE#");
         field = *value;
         return true;
     }
@@ -201,8 +197,8 @@ public:
         std::optional<double> number;
         if (rule == ByteRule::LeadingPart) number = LeadingNumber(item->text).value_or(0);
         else number = NumberOf(item->text);
-        if (!number) return Fail(item->line, Quote(item->text) + " is not a number");
-        if (*number < 0 || *number > 255) return Fail(item->line, Quote(item->text) + " does not fit a byte");
+        if (!number) return Fail(item->line, Quoted(item->text) + " is not a number");
+        if (*number < 0 || *number > 255) return Fail(item->line, Quoted(item->text) + " does not fit a byte");
         field = static_cast<std::uint8_t>(*number);
         return true;
     }
@@ -218,9 +214,9 @@ public:
         else number = NumberOf(text);
         if (!number) {
             if (letters) return true;
-            return Fail(item->line, Quote(text) + " is not a number");
+            return Fail(item->line, Quoted(text) + " is not a number");
         }
-        if (*number < 0 || *number > 15) return Fail(item->line, "cell value " + Quote(text) + " is not 0 to 15");
+        if (*number < 0 || *number > 15) return Fail(item->line, "cell value " + Quoted(text) + " is not 0 to 15");
         field = static_cast<std::uint8_t>(*number);
         return true;
     }

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "model/Cp1252.h"
+#include "model/Quoted.h"
 #include "model/TextOut.h"
 
 namespace shd {
@@ -200,7 +201,7 @@ public:
     std::optional<Fault> fault;
 
     // `bytes` is what `stream` reads; the reader looks back at it to quote a number.
-    SetReader(const std::string& bytes, const rapidjson::StringStream& stream) : bytes_(bytes), stream_(stream) {}
+    SetReader(std::string_view bytes, const rapidjson::StringStream& stream) : bytes_(bytes), stream_(stream) {}
 
     bool Null() { return Value({Scalar::Type::Null}); }
     bool Bool(bool value) { return Value({Scalar::Type::Boolean, value}); }
@@ -234,7 +235,7 @@ public:
 
 private:
     enum class Frame { Set, Levels, Level, Cells, Picture };
-    const std::string& bytes_;
+    std::string_view bytes_;
     const rapidjson::StringStream& stream_;
     struct Open {
         explicit Open(Frame f) : frame(f) {}
@@ -278,7 +279,7 @@ private:
     std::string NumberText() const {
         const std::size_t start = std::min(stream_.Tell(), bytes_.size());
         const std::size_t end = bytes_.find_first_not_of("0123456789+-.eE", start);
-        return bytes_.substr(start, end == std::string::npos ? std::string::npos : end - start);
+        return Escaped(bytes_.substr(start, end == std::string_view::npos ? std::string_view::npos : end - start));
     }
 
     bool Value(const Scalar& value);
@@ -516,7 +517,7 @@ bool SetReader::Key(const char* text, Size length, bool) {
     // A misspelt key would otherwise be dropped without a word.
     if (!top.slot) {
         const std::string parent = open_.size() > 1 ? Path(open_.size() - 1) : std::string();
-        return Fail(parent + "." + std::string(key), "is not a key of a level set");
+        return Fail(parent + "." + Escaped(key), "is not a key of a level set");
     }
     return true;
 }
@@ -633,9 +634,12 @@ WriteResult WriteJsonFile(const LevelSet& set) {
 
 ReadResult ReadJsonFile(const std::string& bytes) {
     try {
+        // A byte-order mark is allowed before the text; places are counted
+        // from the file's first byte all the same.
+        const std::size_t mark = bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0;
         // A string's bytes end in a zero byte, which is where the parser stops.
-        rapidjson::StringStream stream(bytes.c_str());
-        SetReader reader(bytes, stream);
+        rapidjson::StringStream stream(bytes.c_str() + mark);
+        SetReader reader(std::string_view(bytes).substr(mark), stream);
         rapidjson::Reader parser;
         // Text is checked for UTF-8 as it is turned into Windows-1252, and
         // keys by being looked up.
@@ -643,10 +647,10 @@ ReadResult ReadJsonFile(const std::string& bytes) {
         const rapidjson::ParseResult parsed = parser.Parse<kFlags>(stream, reader);
         if (reader.fault) return RefusedRead(reader.fault->place + ": " + reader.fault->reason);
         if (parsed.IsError())
-            return RefusedRead(ParsePlace(bytes, parsed.Offset()) + ": " + std::string(ParseReason(parsed.Code())));
+            return RefusedRead(ParsePlace(bytes, mark + parsed.Offset()) + ": " + std::string(ParseReason(parsed.Code())));
         // The parser takes a zero byte for the end of the text.
-        if (stream.Tell() < bytes.size())
-            return RefusedRead(ParsePlace(bytes, stream.Tell()) + ": something follows the end of the JSON value");
+        if (mark + stream.Tell() < bytes.size())
+            return RefusedRead(ParsePlace(bytes, mark + stream.Tell()) + ": something follows the end of the JSON value");
         if (!reader.Finish()) return RefusedRead(reader.fault->place + ": " + reader.fault->reason);
         ReadResult result;
         result.set = std::move(reader.set);

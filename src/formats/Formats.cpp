@@ -68,12 +68,11 @@ std::optional<std::string> ProgramTitleFault(std::string_view fileTitle) {
 ReadResult OpenFile(const Format& format, const std::string& path) {
     std::string error;
     const auto bytes = ReadWholeFile(path, &error);
-    if (!bytes) {
-        ReadResult unread = RefusedRead({});
-        unread.outcome.why = "cannot be read: " + error;
-        return unread;
-    }
-    ReadResult result = format.read(*bytes);
+    return bytes ? OpenBytes(format, *bytes) : StoppedBeforeReplacing({}, error);
+}
+
+ReadResult OpenBytes(const Format& format, const std::string& bytes) {
+    ReadResult result = format.read(bytes);
     result.set.CurrentLevel = 1;
     RecountCurrentLevel(result.set);
     return result;

@@ -45,9 +45,12 @@ std::optional<std::string> CalculatorName(std::string_view fileTitle);
 // at most eight and ".83p" takes the other four.
 std::optional<std::string> ProgramTitleFault(std::string_view fileTitle);
 
-// Reads the file at `path` as `format` and leaves the set as every open
-// leaves it: level 1 current, its piece counts recounted. A file that cannot
-// be read is a silent refusal whose `why` says so.
+// Reads `bytes` as `format` and leaves the set as every open leaves it:
+// level 1 current, its piece counts recounted.
+ReadResult OpenBytes(const Format& format, const std::string& bytes);
+
+// The same for the file at `path`; one that cannot be read is refused
+// without a word and its `why` says so.
 ReadResult OpenFile(const Format& format, const std::string& path);
 
 }  // namespace shd

@@ -4,12 +4,14 @@
 #include <QScreen>
 
 #include "gui/EditorStyle.h"
+#include "files/FileIo.h"
 #include "gui/frmDev.h"
 
 namespace shd::gui {
 
 int RunEditor(int& argc, char** argv, const std::function<void(frmDev&)>& started) {
     QApplication app(argc, argv);
+    RemoveUnfinishedSavesOnSignals();
     QCoreApplication::setApplicationName(QStringLiteral("shardles-editor"));
     QApplication::setStyle(new EditorStyle(QApplication::style()));
 

@@ -33,9 +33,9 @@ TEST(FileIo, ReadsAndSavesFilesOfAnySizeWholeAndLeavesNothingBeside) {
     }
     std::string error;
     EXPECT_FALSE(ReadWholeFile(dir / "absent", &error));
-    EXPECT_EQ(error, "No such file or directory");
+    EXPECT_EQ(error, "cannot be read: No such file or directory");
     EXPECT_FALSE(ReadWholeFile(dir.path, &error));
-    EXPECT_EQ(error, "Is a directory");
+    EXPECT_EQ(error, "cannot be read: Is a directory");
 }
 
 TEST(FileIo, AFailedSaveLeavesWhatWasThereAndSaysWhy) {
