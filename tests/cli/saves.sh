@@ -9,7 +9,10 @@
 set -u
 convert=$1 data=$2
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+# A child killed before it runs the converter is a copy of this shell and
+# runs this trap too: only the script itself cleans up.
+main=$$
+trap '[ "$BASHPID" = "$main" ] && rm -rf "$work"' EXIT
 cd "$work" || exit 1
 failures=0
 fail() { echo "FAIL: $*"; failures=$((failures + 1)); }

@@ -42,7 +42,7 @@ TEST(CountBlocks, WeighsEachCodeByTheGameAndTheLevelsOptions) {
         LevelSet set = NewSet(c.kind);
         set.MatchLocksToBlocks = true;
         std::size_t at = 0;
-        for (const auto [code, count] : c.cells)
+        for (const auto& [code, count] : c.cells)
             for (int k = 0; k < count; ++k) set.Layout(1).Cells[at++] = static_cast<std::uint8_t>(code);
         c.tweak(set);
         const BlockCounts counts = ComputeBlockCounts(set, 1);
