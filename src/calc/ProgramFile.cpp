@@ -88,14 +88,16 @@ void ImageReader::TakePictureByte(int index, std::uint8_t byte) {
 }
 
 ReadResult ImageReader::Read() {
+    // Until the game is known nothing of the set is replaced.
+    auto before = [](std::size_t offset, const char* why) { return StoppedBeforeReplacing("byte " + std::to_string(offset), why); };
     const auto kindByte = At(kProgramImageOffset);
-    if (!kindByte) return Stop(kProgramImageOffset, "the file ends before the level image");
+    if (!kindByte) return before(kProgramImageOffset, "the file ends before the level image");
 
     // Both IDs end in their only Z.
     std::size_t pos = kProgramImageOffset + 1;
     for (;;) {
         const auto byte = At(pos);
-        if (!byte) return Stop(pos, "no Z ends the game's ID");
+        if (!byte) return before(pos, "no Z ends the game's ID");
         ++pos;
         if (*byte == 'Z') break;
     }

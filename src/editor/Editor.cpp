@@ -1,6 +1,8 @@
 #include "editor/Editor.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <sstream>
 #include <cmath>
 #include <cstdlib>
 
@@ -91,7 +93,7 @@ Editor::Editor(Prompts& prompts, int screenWidth, int screenHeight)
 
 // ---- start-up and shutdown ----
 
-void Editor::FormLoad(const std::string& iniPath, const std::string& programFolder) {
+void Editor::FormLoad(const std::string& iniPath, const std::string& programFolder, const std::string& recentPath) {
     iniPath_ = iniPath;
     lastFolder_.clear();
     if (auto text = ReadWholeFile(iniPath)) {
@@ -99,22 +101,25 @@ void Editor::FormLoad(const std::string& iniPath, const std::string& programFold
         lastFolder_ = text->substr(0, end);
     }
     if (lastFolder_.empty()) lastFolder_ = programFolder;
+    recentPath_ = recentPath;
+    recent_.clear();
+    if (auto list = recentPath.empty() ? std::nullopt : ReadWholeFile(recentPath)) {
+        std::istringstream lines(*list);
+        for (std::string path; std::getline(lines, path) && recent_.size() < kRecentFiles;)
+            if (!path.empty() && std::filesystem::exists(path)) recent_.push_back(path);
+    }
     mnuNewShd_Click();
     ui_.focusedPalette = 0;
 }
 
-bool Editor::FormQueryUnload() {
-    switch (prompts_.AskYesNoCancel("Save before quiting?")) {
-    case Answer::Yes: SaveLevelFile(FormatId::MyFile); return true;
-    case Answer::No: return true;
-    case Answer::Cancel: return false;
-    }
-    return true;
-}
+bool Editor::FormQueryUnload() { return MayReplaceSet(); }
 
 void Editor::FormUnload() {
-    // Failing to remember the folder is not worth troubling the user with.
+    // Failing to remember the folder or the list is not worth troubling the user with.
     if (!iniPath_.empty()) WriteFileAtomic(iniPath_, lastFolder_ + "\r\n");
+    std::string list;
+    for (const std::string& path : recent_) list += path + "\n";
+    if (!recentPath_.empty()) WriteFileAtomic(recentPath_, list);
 }
 
 // ---- new sets ----
@@ -123,6 +128,9 @@ void Editor::mnuNewShd_Click() { NewSet(GameKind::Shardles); }
 void Editor::mnuNewTil_Click() { NewSet(GameKind::Tiltbash); }
 
 void Editor::NewSet(GameKind kind) {
+    if (!MayReplaceSet()) return;
+    documentPath_.clear();
+    lastExport_.reset();
     ResetAll();
     set_.Kind = kind;
     MakeLevels(set_, 1);
@@ -132,6 +140,8 @@ void Editor::NewSet(GameKind kind) {
     ui_.status.clear();
     history_.Clear();
 }
+
+std::string Editor::DocumentName() const { return documentPath_.empty() ? "Untitled" : FileTitleOf(documentPath_); }
 
 void Editor::ResetAll() {
     set_.CurrentLevel = 1;
@@ -173,6 +183,7 @@ void Editor::GetFormReady() {
 }
 
 void Editor::mnuResetAll_Click() {
+    if (!MayReplaceSet()) return;
     StepRecorder step(*this, StepKind::ResetLevel);
     auto& cells = set_.Current().Cells;
     std::fill(cells.begin(), cells.end(), 0);

@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "editor/History.h"
 #include "editor/Layout.h"
@@ -44,10 +45,18 @@ public:
     const WindowState& ui() const { return ui_; }
     const std::string& lastFolder() const { return lastFolder_; }
 
-    // Start-up and shutdown. The settings file holds one line, the last folder.
-    void FormLoad(const std::string& iniPath, const std::string& programFolder);
+    // Start-up and shutdown. The settings file holds one line, the last folder;
+    // the recent files' list, one path a line, is kept at `recentPath`.
+    void FormLoad(const std::string& iniPath, const std::string& programFolder, const std::string& recentPath = {});
     bool FormQueryUnload();  // true: the window may close
     void FormUnload();
+
+    // The document: the My File the set was opened from or saved to, and
+    // whether the set has changed since (the undo history's clean state).
+    bool IsModified() const { return !history_.IsClean(); }
+    std::string DocumentName() const;  // that file's name, or "Untitled"
+    const std::vector<std::string>& recentFiles() const { return recent_; }
+    bool CanExportAgain() const { return lastExport_.has_value(); }
 
     // New sets and "&Reset All".
     void mnuNewShd_Click();
@@ -92,13 +101,18 @@ public:
     void cmbBonus_Changed(const Bytes& text);
     void cmbExLife_Changed(const Bytes& text);
 
-    // Files.
+    // Files. Every command that would replace or clear a changed set asks
+    // first whether to save it, and goes on only when it may.
     void OpenLevelFile(FormatId format);  // MyFile, OldMyFile, List
     void SaveLevelFile(FormatId format);  // MyFile, List
     void mnuOpenCode_Click();
     void mnuOpenSource_Click();
     void mnuSaveCode_Click();
     void mnuSaveSource_Click();
+    void mnuSaveDocument_Click();  // Save: the My File again, or Save As when there is none
+    void mnuSaveAs_Click();        // Save As: always asks for the My File's name
+    void mnuExportAgain_Click();   // the last export, to the same file and form, without a dialog
+    void OpenPath(const std::string& path);  // a file from outside, of the form its extension names
 
     // Undo and redo: every change to the set is one step.
     bool CanUndo() const { return history_.CanUndo(); }
@@ -130,10 +144,14 @@ private:
     void ApplyState(const EditorState& state);
 
     // The file commands' shared steps.
+    bool MayReplaceSet();  // asks to save a changed set; false: leave it
     void ClosingSteps();
-    void ReadFromDialog(FormatId format, bool confirm);
+    void Open(FormatId format, const std::string& path, bool confirm);
     bool CountAllLevelsOrShow();
     bool WriteSet(const Format& format, const std::string& path, const std::string& title);
+    bool SaveMyFile(const std::string& path);
+    void Saved(FormatId format, const std::string& path, const std::string& title);
+    void Remember(const std::string& path);
     void AdoptSet(LevelSet&& set);
 
     Prompts& prompts_;
@@ -143,6 +161,15 @@ private:
     WindowState ui_;
     std::string lastFolder_;
     std::string iniPath_;
+    std::string documentPath_;  // the My File, "" when the set has none
+    struct Export {
+        FormatId format;
+        std::string path, title;
+    };
+    std::optional<Export> lastExport_;
+    static constexpr std::size_t kRecentFiles = 8;
+    std::vector<std::string> recent_;  // the last files opened or saved, newest first
+    std::string recentPath_;
 
     History history_;
     int recording_ = 0;  // handlers running; only the outermost records its step

@@ -1,4 +1,6 @@
 // The File menu's commands: every open and save, and the steps they share.
+#include <algorithm>
+
 #include "editor/Editor.h"
 #include "files/FileIo.h"
 
@@ -19,7 +21,23 @@ std::string StatusOf(const std::string& path, const ReadOutcome& outcome) {
     if (outcome.where.empty()) return FileTitleOf(path) + ": " + outcome.why;
     return "Stopped reading " + FileTitleOf(path) + " at " + outcome.where + ": " + outcome.why;
 }
+
+// What the save dialog adds to a name typed without an extension.
+std::string ExtensionOf(const Format& format) { return std::string(format.extensions[0]); }
 }  // namespace
+
+// Nothing a command would replace or clear is lost without the user's say.
+bool Editor::MayReplaceSet() {
+    if (!IsModified()) return true;
+    switch (prompts_.AskYesNoCancel("Save before quiting?")) {
+    case Answer::Yes:
+        mnuSaveDocument_Click();
+        return !IsModified();  // a refused or cancelled save keeps everything as it was
+    case Answer::No: return true;
+    case Answer::Cancel: return false;
+    }
+    return false;
+}
 
 // Every file command ends here, also after a cancel or a failure.
 void Editor::ClosingSteps() {
@@ -36,49 +54,57 @@ void Editor::AdoptSet(LevelSet&& set) {
     set_ = std::move(set);
     set_.CurrentLevel = 1;
     GetFormReady();
+    history_.Clear();
+    lastExport_.reset();
 }
 
-void Editor::ReadFromDialog(FormatId id, bool confirm) {
-    const Format& format = GetFormat(id);
-    const FileChoice choice = prompts_.OpenFileDialog(format.openFilter, lastFolder_);
-    if (choice.path.empty()) return;
-    ReadResult result = OpenFile(format, choice.path);
-    ui_.status = result.complete() || !result.outcome.message.empty() ? "" : StatusOf(choice.path, result.outcome);
+void Editor::Remember(const std::string& path) {
+    std::erase(recent_, path);
+    recent_.insert(recent_.begin(), path);
+    if (recent_.size() > kRecentFiles) recent_.resize(kRecentFiles);
+}
+
+// Reads `path` as `id` into the editor; a refused or unreadable file leaves
+// the set, its levels and its history as they were.
+void Editor::Open(FormatId id, const std::string& path, bool confirm) {
+    ReadResult result = OpenFile(GetFormat(id), path);
+    ui_.status = result.complete() || !result.outcome.message.empty() ? "" : StatusOf(path, result.outcome);
     if (result.refused()) {
         if (!result.outcome.message.empty()) prompts_.Message(result.outcome.message);
+        if (result.outcome.why.starts_with("cannot be read")) std::erase(recent_, path);
         return;
     }
     const bool complete = result.complete();
     AdoptSet(std::move(result.set));
+    // Only a whole My File is the set's own file; anything else is saved anew.
+    documentPath_ = complete && id == FormatId::MyFile ? path : std::string();
     if (!complete) return;
     if (confirm) prompts_.Message("Opened Succesfully");
-    lastFolder_ = FolderOf(choice.path);
+    lastFolder_ = FolderOf(path);
+    Remember(path);
 }
 
 void Editor::OpenLevelFile(FormatId id) {
-    ReadFromDialog(id, true);
+    if (!MayReplaceSet()) return;
+    const Format& format = GetFormat(id);
+    const FileChoice choice = prompts_.OpenFileDialog(format.openFilter, lastFolder_);
+    // Reading source confirms nothing.
+    if (!choice.path.empty()) Open(id, choice.path, id != FormatId::Source);
     ClosingSteps();
-    history_.Clear();
 }
 
-void Editor::mnuOpenCode_Click() {
-    // The set is dropped before the file is even chosen. Level 1 stays as it
-    // was drawn, and with it the kind its grid was made for.
-    const GameKind kind = set_.Kind;
-    LevelLayout first = set_.Layout(1);
-    LevelRecord firstRecord = set_.Record(1);
-    ResetAll();
-    set_.Kind = kind;
-    set_.Layouts.assign(1, std::move(first));
-    set_.Records.assign(1, firstRecord);
-    ui_.levelCountLabel = "Number of Levels: 1";
-    OpenLevelFile(FormatId::Program);
-}
+void Editor::mnuOpenCode_Click() { OpenLevelFile(FormatId::Program); }
+void Editor::mnuOpenSource_Click() { OpenLevelFile(FormatId::Source); }
 
-void Editor::mnuOpenSource_Click() {
-    ReadFromDialog(FormatId::Source, false);  // reading source confirms nothing
+void Editor::OpenPath(const std::string& path) {
+    const auto id = FormOfFileName(FileTitleOf(path));
+    if (!id) {
+        ui_.status = FileTitleOf(path) + ": the editor does not know the form of a file by this extension";
+        return;
+    }
+    if (!MayReplaceSet()) return;
+    Open(*id, path, *id != FormatId::Source);
     ClosingSteps();
-    history_.Clear();
 }
 
 // CountBlocks on every level before a save; false, with the level without
@@ -110,13 +136,49 @@ bool Editor::WriteSet(const Format& format, const std::string& path, const std::
     return true;
 }
 
+// What a written file becomes: the set's own file, or its last export.
+void Editor::Saved(FormatId id, const std::string& path, const std::string& title) {
+    lastFolder_ = FolderOf(path);
+    Remember(path);
+    if (id != FormatId::MyFile) {
+        lastExport_ = Export{id, path, title};
+        return;
+    }
+    documentPath_ = path;
+    history_.MarkClean();
+}
+
 void Editor::SaveLevelFile(FormatId id) {
     const Format& format = GetFormat(id);
     if (!CountAllLevelsOrShow()) return;
-    const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_);
+    const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_, ExtensionOf(format));
     if (!choice.path.empty() && WriteSet(format, choice.path, choice.title)) {
         prompts_.Message("Saved Succesfully!");
-        lastFolder_ = FolderOf(choice.path);
+        Saved(id, choice.path, choice.title);
+    }
+    ClosingSteps();
+}
+
+void Editor::mnuSaveAs_Click() { SaveLevelFile(FormatId::MyFile); }
+
+void Editor::mnuSaveDocument_Click() {
+    if (documentPath_.empty()) return mnuSaveAs_Click();
+    if (!CountAllLevelsOrShow()) return;
+    if (WriteSet(GetFormat(FormatId::MyFile), documentPath_, FileTitleOf(documentPath_))) {
+        Saved(FormatId::MyFile, documentPath_, FileTitleOf(documentPath_));
+        ui_.status = "Saved " + FileTitleOf(documentPath_);
+    }
+    ClosingSteps();
+}
+
+void Editor::mnuExportAgain_Click() {
+    if (!lastExport_) return;
+    const Export again = *lastExport_;
+    const Format& format = GetFormat(again.format);
+    if (format.countsBlocksFirst && !CountAllLevelsOrShow()) return;
+    if (WriteSet(format, again.path, again.title)) {
+        Saved(again.format, again.path, again.title);
+        ui_.status = "Exported " + FileTitleOf(again.path);
     }
     ClosingSteps();
 }
@@ -124,14 +186,16 @@ void Editor::SaveLevelFile(FormatId id) {
 void Editor::mnuSaveCode_Click() {
     if (!CountAllLevelsOrShow()) return;
     const Format& format = GetFormat(FormatId::Program);
-    const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_);
+    const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_, ExtensionOf(format));
     if (const auto fault = ProgramTitleFault(choice.title)) {
         prompts_.Message(*fault);
     } else if (!choice.path.empty()) {
+        const std::string path = WithProgramExtension(choice.path);
         if (!CalculatorName(choice.title)) {
             ui_.status = "Could not compile: the file name " + choice.title + " is too short";
-        } else if (WriteSet(format, WithProgramExtension(choice.path), choice.title)) {
+        } else if (WriteSet(format, path, choice.title)) {
             prompts_.Message("Succesfully compiled!");
+            Saved(FormatId::Program, path, choice.title);
             lastFolder_ = FolderOf(choice.path);
         }
     }
@@ -140,13 +204,13 @@ void Editor::mnuSaveCode_Click() {
 
 void Editor::mnuSaveSource_Click() {
     const Format& format = GetFormat(FormatId::Source);
-    const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_);
+    const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_, ExtensionOf(format));
     if (!choice.path.empty() && WriteSet(format, choice.path, choice.title)) {
         // The writer walks the levels with the current level, leaving the last one current.
         set_.CurrentLevel = set_.LevelCount();
         ShowCurrentLevelInList();
         prompts_.Message("Saved Succesfully");
-        lastFolder_ = FolderOf(choice.path);
+        Saved(FormatId::Source, choice.path, choice.title);
         RunDebuggerIfOn();
     }
     ClosingSteps();

@@ -10,16 +10,22 @@ bool IsTyping(StepKind kind) {
 }  // namespace
 
 void History::Push(Step step) {
+    // The redo branch goes, and with it the file's state if it lay there.
     steps_.resize(next_);
+    if (clean_ != kNowhere && clean_ > next_) clean_ = kNowhere;
     // Only typing that follows on directly joins: a level switch between two
     // edits of a ball box leaves them two steps.
     if (!steps_.empty() && IsTyping(step.kind) && steps_.back().kind == step.kind &&
         steps_.back().after == step.before) {
+        if (clean_ == next_) clean_ = kNowhere;  // the state it changes was the file's
         steps_.back().after = std::move(step.after);
         if (steps_.back().after == steps_.back().before) steps_.pop_back();
     } else {
         steps_.push_back(std::move(step));
-        if (steps_.size() > kMostSteps) steps_.pop_front();
+        if (steps_.size() > kMostSteps) {
+            steps_.pop_front();
+            if (clean_ != kNowhere) clean_ = clean_ == 0 ? kNowhere : clean_ - 1;
+        }
     }
     next_ = steps_.size();
 }
@@ -27,6 +33,7 @@ void History::Push(Step step) {
 void History::Clear() {
     steps_.clear();
     next_ = 0;
+    clean_ = 0;
 }
 
 const EditorState* History::Undo() { return CanUndo() ? &steps_[--next_].before : nullptr; }

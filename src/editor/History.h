@@ -46,10 +46,17 @@ public:
     const EditorState* Undo();
     const EditorState* Redo();
 
+    // The state the set's file holds: set when it is opened or saved, and
+    // reached again by undoing or redoing back to it.
+    void MarkClean() { clean_ = next_; }
+    bool IsClean() const { return clean_ == next_; }
+
 private:
     static constexpr std::size_t kMostSteps = 500;  // each holds the whole set twice
+    static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
     std::deque<Step> steps_;
-    std::size_t next_ = 0;  // steps before this one are done
+    std::size_t next_ = 0;   // steps before this one are done
+    std::size_t clean_ = 0;  // kNowhere once no undo or redo can reach it
 };
 
 }  // namespace shd

@@ -26,7 +26,10 @@ public:
     virtual std::string InputBox(const std::string& prompt, const std::string& defaultAnswer) = 0;
     // `filter` is "label|pattern[;pattern]"; the dialog opens in `folder` with an empty name.
     virtual FileChoice OpenFileDialog(const std::string& filter, const std::string& folder) = 0;
-    virtual FileChoice SaveFileDialog(const std::string& filter, const std::string& folder) = 0;
+    // The save dialog adds `extension` (".rsx") to a name typed without one,
+    // and asks before it lets an existing file be chosen.
+    virtual FileChoice SaveFileDialog(const std::string& filter, const std::string& folder,
+                                      const std::string& extension) = 0;
     // The custom piece dialog, modal; true when closed with OK.
     virtual bool EditPicture(CustomPieceEdit& edit) = 0;
 };

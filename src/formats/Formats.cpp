@@ -22,7 +22,7 @@ WriteResult WriteProgram(const LevelSet& set, std::string_view fileTitle) {
 }
 
 const std::array<Format, 6> kFormats{{
-    {FormatId::MyFile, "myfile", "My Files (*.rsx)|*.rsx", "My File (*.rxs)|*.rsx", {".rsx"}, ReadMyFile, WriteMy,
+    {FormatId::MyFile, "myfile", "My Files (*.rsx)|*.rsx", "My File (*.rsx)|*.rsx", {".rsx"}, ReadMyFile, WriteMy,
      true},
     {FormatId::OldMyFile, "oldmyfile", "Any Readable Files|*.*", "", {}, ReadOldMyFile, nullptr, true},
     {FormatId::List, "list", "TI-83 List File|*.83l", "TI-83 List|*.83l", {".83l"}, ReadListFile, WriteList, true},

@@ -69,10 +69,15 @@ FileChoice QtPrompts::OpenFileDialog(const std::string& filter, const std::strin
                                                kDialogOptions));
 }
 
-FileChoice QtPrompts::SaveFileDialog(const std::string& filter, const std::string& folder) {
-    // The editor asks no question before it replaces a file, and adds no suffix of its own here.
-    return Chosen(QFileDialog::getSaveFileName(parent_, QString(), PathText(folder), QtFilter(filter), nullptr,
-                                               kDialogOptions | QFileDialog::DontConfirmOverwrite));
+FileChoice QtPrompts::SaveFileDialog(const std::string& filter, const std::string& folder,
+                                     const std::string& extension) {
+    QFileDialog dialog(parent_, QString(), PathText(folder), QtFilter(filter));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setOptions(kDialogOptions);
+    // Added to a name typed without one before the dialog asks about replacing a file.
+    dialog.setDefaultSuffix(ToQt(extension).mid(1));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return Chosen(dialog.selectedFiles().constFirst());
 }
 
 bool QtPrompts::EditPicture(CustomPieceEdit& edit) {
@@ -107,9 +112,10 @@ FileChoice SyncingPrompts::OpenFileDialog(const std::string& filter, const std::
     return inner_.OpenFileDialog(filter, folder);
 }
 
-FileChoice SyncingPrompts::SaveFileDialog(const std::string& filter, const std::string& folder) {
+FileChoice SyncingPrompts::SaveFileDialog(const std::string& filter, const std::string& folder,
+                                          const std::string& extension) {
     before_();
-    return inner_.SaveFileDialog(filter, folder);
+    return inner_.SaveFileDialog(filter, folder, extension);
 }
 
 bool SyncingPrompts::EditPicture(CustomPieceEdit& edit) {

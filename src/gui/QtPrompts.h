@@ -23,7 +23,8 @@ public:
     Answer AskYesNoCancel(const std::string& text) override;
     std::string InputBox(const std::string& prompt, const std::string& defaultAnswer) override;
     FileChoice OpenFileDialog(const std::string& filter, const std::string& folder) override;
-    FileChoice SaveFileDialog(const std::string& filter, const std::string& folder) override;
+    FileChoice SaveFileDialog(const std::string& filter, const std::string& folder,
+                              const std::string& extension) override;
     bool EditPicture(CustomPieceEdit& edit) override;
 
 private:
@@ -42,7 +43,8 @@ public:
     Answer AskYesNoCancel(const std::string& text) override;
     std::string InputBox(const std::string& prompt, const std::string& defaultAnswer) override;
     FileChoice OpenFileDialog(const std::string& filter, const std::string& folder) override;
-    FileChoice SaveFileDialog(const std::string& filter, const std::string& folder) override;
+    FileChoice SaveFileDialog(const std::string& filter, const std::string& folder,
+                              const std::string& extension) override;
     bool EditPicture(CustomPieceEdit& edit) override;
 
 private:

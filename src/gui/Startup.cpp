@@ -21,7 +21,9 @@ int RunEditor(int& argc, char** argv, const std::function<void(frmDev&)>& starte
     window.showMaximized();
     // Without a window manager "maximized" is only a wish; take the screen outright.
     if (const QScreen* screen = window.screen()) window.setGeometry(screen->availableGeometry());
-    window.Start(SettingsPath(folder), folder);
+    window.Start(SettingsPath(folder), folder, RecentFilesPath());
+    // The first file named on the command line opens, as if chosen in Open.
+    if (const QStringList files = QCoreApplication::arguments().mid(1); !files.isEmpty()) window.OpenPath(files.first());
     if (started) started(window);
     return app.exec();
 }

@@ -4,6 +4,9 @@
 #include <QApplication>
 #include <QButtonGroup>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QComboBox>
 #include <QDir>
 #include <QFontMetrics>
@@ -148,6 +151,12 @@ QString SettingsPath(const QString& programFolder) {
     return QDir(config).filePath(QStringLiteral("info.ini"));
 }
 
+QString RecentFilesPath() {
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+    QDir().mkpath(config);
+    return QDir(config).filePath(QStringLiteral("recent.txt"));
+}
+
 frmDev::frmDev(Prompts* prompts, std::optional<ScreenMetrics> metrics, QWidget* parent)
     : QMainWindow(parent),
       metrics_(metrics ? *metrics : ScreenMetrics::Of(nullptr)),
@@ -155,7 +164,7 @@ frmDev::frmDev(Prompts* prompts, std::optional<ScreenMetrics> metrics, QWidget* 
       prompts_(std::make_unique<SyncingPrompts>(prompts ? *prompts : *ownPrompts_, [this] { SyncFromState(); })),
       editor_(*prompts_, metrics_.WidthInTwips(), metrics_.HeightInTwips()) {
     setObjectName(QStringLiteral("frmDev"));
-    setWindowTitle(QString::fromLatin1(kWindowCaption));
+    setAcceptDrops(true);
     QPalette grey = palette();
     grey.setColor(QPalette::Window, kGrey);
     setPalette(grey);
@@ -279,6 +288,11 @@ void frmDev::BuildMenus() {
     // A new set puts the focus on palette button 0.
     AddAction(mnuNew, "&Shardles File", "mnuNewShd", [&e] { e.mnuNewShd_Click(); }, true);
     AddAction(mnuNew, "&Tiltbash File", "mnuNewTil", [&e] { e.mnuNewTil_Click(); }, true);
+    // Ctrl+N asks which game, as the menu does: it opens the New menu.
+    auto* newSet = new QAction(this);
+    newSet->setShortcut(QKeySequence::New);
+    connect(newSet, &QAction::triggered, this, [this, mnuNew] { mnuNew->popup(mapToGlobal(QPoint(0, 0))); });
+    addAction(newSet);
     QMenu* mnuOpen = AddMenu(mnuFile, "&Open", "mnuOpen");
     AddAction(mnuOpen, "&My File", "mnuOpenMyFile", [&e] { e.OpenLevelFile(FormatId::MyFile); })
         ->setShortcuts(QKeySequence::Open);
@@ -286,19 +300,29 @@ void frmDev::BuildMenus() {
     AddAction(mnuOpen, "&TI-83 List", "mnuOpenList", [&e] { e.OpenLevelFile(FormatId::List); });
     AddAction(mnuOpen, "&Compiled Code", "mnuOpenCode", [&e] { e.mnuOpenCode_Click(); });
     AddAction(mnuOpen, "&Source Code", "mnuOpenSource", [&e] { e.mnuOpenSource_Click(); });
-    QMenu* mnuSave = AddMenu(mnuFile, "&Save", "mnuSave");
-    AddAction(mnuSave, "&My File", "mnuSaveMyFile", [&e] { e.SaveLevelFile(FormatId::MyFile); })
+    mnuRecent_ = AddMenu(mnuFile, "Open &Recent", "mnuRecent");
+    connect(mnuRecent_, &QMenu::aboutToShow, this, &frmDev::ListRecentFiles);
+    mnuFile->addSeparator();
+    AddAction(mnuFile, "Sa&ve", "mnuSaveDocument", [&e] { e.mnuSaveDocument_Click(); })
         ->setShortcuts(QKeySequence::Save);
+    AddAction(mnuFile, "Save &As...", "mnuSaveAs", [&e] { e.mnuSaveAs_Click(); })
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+    QMenu* mnuSave = AddMenu(mnuFile, "&Save", "mnuSave");
+    AddAction(mnuSave, "&My File", "mnuSaveMyFile", [&e] { e.SaveLevelFile(FormatId::MyFile); });
     AddAction(mnuSave, "&TI-83 List", "mnuSaveList", [&e] { e.SaveLevelFile(FormatId::List); });
     AddAction(mnuSave, "&Compiled Code", "mnuSaveCode", [&e] { e.mnuSaveCode_Click(); });
     AddAction(mnuSave, "&Source Code", "mnuSaveSource", [&e] { e.mnuSaveSource_Click(); });
+    mnuExportAgain_ = AddAction(mnuFile, "Export A&gain", "mnuExportAgain", [&e] { e.mnuExportAgain_Click(); });
+    mnuExportAgain_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
     mnuFile->addSeparator()->setObjectName(QStringLiteral("mnu"));
     QAction* mnuExit = mnuFile->addAction(QStringLiteral("E&xit"));
     mnuExit->setObjectName(QStringLiteral("mnuExit"));
+    mnuExit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     connect(mnuExit, &QAction::triggered, this, &QWidget::close);  // closing asks what closing asks
 
     // Undo and redo go through the stack; each is enabled while it has a step to take.
-    QMenu* mnuEdit = AddMenu(bar, "&Edit", "mnuEdit");
+    // Alt+E belongs to "&Extra Life Point Number:", Alt+D to "Ball starts &down:".
+    QMenu* mnuEdit = AddMenu(bar, "Ed&it", "mnuEdit");
     mnuUndo_ = mnuEdit->addAction(QStringLiteral("&Undo"));
     mnuUndo_->setObjectName(QStringLiteral("mnuUndo"));
     mnuUndo_->setShortcuts(QKeySequence::Undo);
@@ -357,9 +381,37 @@ void frmDev::BuildStatusBar() {
     bar->addPermanentWidget(statusBlocks_);
 }
 
-void frmDev::Start(const QString& iniPath, const QString& programFolder) {
+void frmDev::Start(const QString& iniPath, const QString& programFolder, const QString& recentPath) {
     programFolder_ = programFolder;
-    Run([&] { editor_.FormLoad(PathBytes(iniPath), PathBytes(programFolder)); }, true);
+    Run([&] { editor_.FormLoad(PathBytes(iniPath), PathBytes(programFolder), PathBytes(recentPath)); }, true);
+}
+
+void frmDev::OpenPath(const QString& path) {
+    Run([&] { editor_.OpenPath(PathBytes(QFileInfo(path).absoluteFilePath())); }, true);
+}
+
+void frmDev::ListRecentFiles() {
+    mnuRecent_->clear();
+    int n = 0;
+    for (const std::string& path : editor_.recentFiles()) {
+        const QString file = PathText(path);
+        QAction* entry = mnuRecent_->addAction(QStringLiteral("&%1 %2").arg(++n).arg(QFileInfo(file).fileName()));
+        entry->setToolTip(file);
+        connect(entry, &QAction::triggered, this, [this, file] { OpenPath(file); });
+    }
+    if (n == 0) mnuRecent_->addAction(QStringLiteral("(none)"))->setEnabled(false);
+}
+
+// A file dropped on the window opens as one named on the command line does.
+void frmDev::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void frmDev::dropEvent(QDropEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.isEmpty() || !urls.first().isLocalFile()) return;
+    event->acceptProposedAction();
+    OpenPath(urls.first().toLocalFile());
 }
 
 void frmDev::Run(const std::function<void()>& handler, bool focusPalette) {
@@ -395,6 +447,9 @@ void frmDev::Sync(bool focusPalette) {
     SyncStatus();
     mnuUndo_->setEnabled(editor_.CanUndo());
     mnuRedo_->setEnabled(editor_.CanRedo());
+    mnuExportAgain_->setEnabled(editor_.CanExportAgain());
+    setWindowTitle(ToQt(editor_.DocumentName()) + QStringLiteral("[*] - ") + QString::fromLatin1(kWindowCaption));
+    setWindowModified(editor_.IsModified());
 
     const bool shardles = ui.shardlesControlsVisible;
     for (QWidget* w : std::initializer_list<QWidget*>{lblBonus_, cmbBonus_, lblExLife_, cmbExLife_, lblBallx_,

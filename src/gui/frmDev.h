@@ -31,6 +31,8 @@ class PictureGrid;
 // Where "info.ini" lives: beside the program, or in the user's configuration
 // folder when the program's folder cannot be written.
 QString SettingsPath(const QString& programFolder);
+// The list of recent files, always in the user's configuration folder.
+QString RecentFilesPath();
 
 class frmDev : public QMainWindow {
     Q_OBJECT
@@ -40,9 +42,12 @@ public:
                     QWidget* parent = nullptr);
     ~frmDev() override;
 
-    // Form_Load: the last folder from `iniPath`, a new Shardles set, palette button 0 focused.
-    // The block pictures are read from `programFolder`.
-    void Start(const QString& iniPath, const QString& programFolder);
+    // Form_Load: the last folder from `iniPath`, the recent files from
+    // `recentPath`, a new Shardles set, palette button 0 focused. The block
+    // pictures are read from `programFolder`.
+    void Start(const QString& iniPath, const QString& programFolder, const QString& recentPath = {});
+    // A file from outside the window: the command line, a drop, Open Recent.
+    void OpenPath(const QString& path);
 
     Editor& editor() { return editor_; }
     const ScreenMetrics& metrics() const { return metrics_; }
@@ -61,6 +66,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -79,6 +86,7 @@ private:
     void SyncMenus();
 
     void SyncStatus();
+    void ListRecentFiles();
 
     void CellPressed(int index, Qt::MouseButton button, Qt::MouseButtons held, QPoint globalPosition);
     void CellDragged(QPoint globalPosition, Qt::MouseButtons held);
@@ -96,6 +104,8 @@ private:
 
     QAction* mnuUndo_ = nullptr;
     QAction* mnuRedo_ = nullptr;
+    QAction* mnuExportAgain_ = nullptr;
+    QMenu* mnuRecent_ = nullptr;
     QLabel* statusLine_ = nullptr;
     QLabel* statusLevel_ = nullptr;
     QLabel* statusBlocks_ = nullptr;

@@ -16,7 +16,8 @@ using K = ScriptedPrompts::Kind;
 const char* kSpecial = "How many other blocks are not used? Don't count blocks affected by the Flags.";
 const char* kSpotted = "You have a Spotted Shardle without a Changer.  Set Spotted as Unused?";
 const char* kTrash = "Is this the level to trash? (No trashes the last Level)";
-const char* kMyFileSave = "My File (*.rxs)|*.rsx";
+const char* kMyFileSave = "My File (*.rsx)|*.rsx";
+const char* kSaveFirst = "Save before quiting?";
 const char* kMyFileOpen = "My Files (*.rsx)|*.rsx";
 const char* kProgramSave = "TI-83 Program File|*.83p";
 const char* kProgramOpen = "TI-83 Program files|*.83p";
@@ -26,7 +27,7 @@ const char* kSourceOpen = "TI-83 Source Files (*.z80, *.asm)|*.z80;*.asm";
 // An editor started as the program starts it, on a screen of 15360 x 11520 twips.
 class EditorTest : public testing::Test {
 protected:
-    EditorTest() : editor(prompts, 15360, 11520) { editor.FormLoad(dir / "info.ini", dir.path); }
+    EditorTest() : editor(prompts, 15360, 11520) { editor.FormLoad(dir / "info.ini", dir.path, dir / "recent.txt"); }
     ~EditorTest() override { EXPECT_TRUE(prompts.done()) << "prompts the test expected were not shown"; }
 
     const LevelSet& set() const { return editor.set(); }
@@ -34,6 +35,10 @@ protected:
     void Paint(int cell, int code) {
         editor.optBlocks_Click(code);
         editor.pctBox_MouseUp(cell, MouseButton::Left);
+    }
+    // The question a command that replaces or clears a changed set asks first, answered No.
+    void Discard() {
+        if (editor.IsModified()) prompts.Expect(K::YesNoCancel, kSaveFirst, Answer::No);
     }
     void DebuggerOff() {
         if (set().UseShardlesDebugger) editor.Toggle(Toggle::Debugger);
@@ -79,6 +84,7 @@ TEST_F(EditorTest, StartsWithANewShardlesSetAndNewSetsLayOutTheirKind) {
     editor.Toggle(Toggle::WrapAround);
     editor.Toggle(Toggle::Spotted);
     editor.optBlocks_Click(5);
+    Discard();
     editor.mnuNewTil_Click();
     EXPECT_EQ(JsonOf(set()), JsonOf(NewSet(GameKind::Tiltbash)));
     EXPECT_EQ(ui().gridCells.size(), 64u);
@@ -90,22 +96,39 @@ TEST_F(EditorTest, StartsWithANewShardlesSetAndNewSetsLayOutTheirKind) {
     // Marks that ResetAll removes go; the others stay until a Shardles set checks what is on.
     EXPECT_FALSE(ui().marks.WrapAround || ui().marks.Debugger);
     EXPECT_TRUE(ui().marks.Spotted);
+    Discard();
     editor.mnuNewShd_Click();
     EXPECT_TRUE(ui().marks.Debugger);
 }
 
-TEST_F(EditorTest, ClosingAsksAndTheSettingsFileRemembersTheLastFolder) {
-    prompts.Expect(K::YesNoCancel, "Save before quiting?", Answer::Cancel);
+TEST_F(EditorTest, AChangedSetIsNotLostWithoutAQuestionAndYesSavesItFirst) {
+    EXPECT_TRUE(editor.FormQueryUnload());  // nothing changed: nothing asked
+    Paint(0, 1);
+    EXPECT_TRUE(editor.IsModified());
+    editor.Undo();
+    EXPECT_FALSE(editor.IsModified());  // undone back to where it began
+    EXPECT_TRUE(editor.FormQueryUnload());
+    Paint(0, 1);
+    prompts.Expect(K::YesNoCancel, kSaveFirst, Answer::Cancel);
     EXPECT_FALSE(editor.FormQueryUnload());
-    prompts.Expect(K::YesNoCancel, "Save before quiting?", Answer::No);
-    EXPECT_TRUE(editor.FormQueryUnload());
-    prompts.Expect(K::YesNoCancel, "Save before quiting?", Answer::Yes).ExpectMessage("Level #1 has no Last Blocks.");
-    EXPECT_TRUE(editor.FormQueryUnload());
-    Paint(0, 6);
-    prompts.Expect(K::YesNoCancel, "Save before quiting?", Answer::Yes)
+    // Yes saves first; a refused or cancelled save leaves window and set as they were.
+    prompts.Expect(K::YesNoCancel, kSaveFirst, Answer::Yes).ExpectMessage("Level #1 has no Last Blocks.");
+    EXPECT_FALSE(editor.FormQueryUnload());
+    Paint(7, 6);
+    prompts.Expect(K::YesNoCancel, kSaveFirst, Answer::Yes).ExpectSave(kMyFileSave, "");
+    editor.mnuNewTil_Click();
+    EXPECT_TRUE(set().IsShardles() && editor.IsModified());
+    EXPECT_EQ(prompts.lastExtension(), ".rsx");
+    prompts.Expect(K::YesNoCancel, kSaveFirst, Answer::Yes)
         .ExpectSave(kMyFileSave, dir / "quit.rsx")
         .ExpectMessage("Saved Succesfully!");
+    editor.mnuResetAll_Click();  // saved first, then cleared
+    EXPECT_EQ(set().Layout(1).Cells[7], 0);
+    EXPECT_EQ(editor.DocumentName(), "quit.rsx");
+    EXPECT_TRUE(editor.IsModified());
+    prompts.Expect(K::YesNoCancel, kSaveFirst, Answer::No);
     EXPECT_TRUE(editor.FormQueryUnload());
+    EXPECT_EQ(ReadFile(dir / "quit.rsx").substr(0, 10), "QUARTLEV\r\n");
     EXPECT_TRUE(std::filesystem::exists(dir / "quit.rsx"));
     editor.FormUnload();
     EXPECT_EQ(ReadFile(dir / "info.ini"), dir.path.string() + "/\r\n");
@@ -137,6 +160,7 @@ TEST_F(EditorTest, PaintingKeepsThePieceCountsInStepAndTheDebuggerAsksRightAfter
     EXPECT_EQ(set().Record(1).SpottedChangerCount, 0);
     EXPECT_EQ(set().Layout(1).Cells[10] + ui().shownPictures[10] + ui().shownPictures[11], 0);
     EXPECT_EQ(set().Layout(1).BlockCount, 0);  // painting never counts blocks
+    Discard();
     editor.mnuNewTil_Click();
     Paint(63, 8);
     EXPECT_EQ(set().Record(1).ZigZagCount, 1);  // Tiltbash counts follow too
@@ -151,10 +175,12 @@ TEST_F(EditorTest, PaletteKeysStepAndWrapAsTheyAlwaysDid) {
         EXPECT_EQ(ui().SelectedBlock, to) << from << " " << key;
         EXPECT_EQ(ui().focusedPalette, to);
     }
+    Discard();
     editor.mnuNewTil_Click();
     EXPECT_FALSE(editor.Form_MouseDown(MouseButton::Left));
     EXPECT_FALSE(ui().unusedMenuVisible || ui().optionsMenuVisible);
     EXPECT_TRUE(editor.Form_MouseDown(MouseButton::Right));
+    Discard();
     editor.mnuNewShd_Click();
     EXPECT_FALSE(ui().unusedMenuVisible);  // only a press on the background changes them
     editor.Form_MouseDown(MouseButton::Middle);
@@ -214,6 +240,7 @@ TEST_F(EditorTest, TheDebuggerAsksInOrderAndEachYesRunsTheToggleWithItsMarkRule)
     EXPECT_TRUE(set().UseCustomShardles && ui().marks.CustomShardles);
     // An answer counts for the questions after it.
     DebuggerOff();
+    Discard();
     editor.mnuResetAll_Click();
     editor.Toggle(Toggle::ZigZag);
     Paint(0, 9);
@@ -243,6 +270,7 @@ TEST_F(EditorTest, LevelsAreAddedUpTo255AndRemovedWithTheirRecords) {
     editor.cmdAddLev_Click();
     EXPECT_EQ(set().LevelCount(), 255);
 
+    Discard();
     editor.mnuNewShd_Click();
     DebuggerOff();
     for (int i = 0; i < 4; ++i) editor.cmdAddLev_Click();
@@ -345,6 +373,7 @@ TEST_F(EditorTest, NumbersFollowTheProgramsOwnRuleWhateverTheLocale) {
     editor.mnuSpecial_Click();
     EXPECT_TRUE(ui().marks.Special);
     WriteFile(dir / "set.rsx", ReadFile(DataDir() / "myfile/loose-lines.in"));
+    Discard();
     prompts.ExpectOpen(kMyFileOpen, dir / "set.rsx").ExpectMessage("Opened Succesfully");
     editor.OpenLevelFile(FormatId::MyFile);
     UseTheCLocale();
@@ -360,6 +389,7 @@ TEST_F(EditorTest, ResetAllClearsOnlyTheCurrentLevelsGridAndShardles) {
     Paint(4, 9);
     editor.Toggle(Toggle::Spotted);
     editor.Toggle(Toggle::ZigZag);
+    Discard();
     editor.mnuResetAll_Click();
     const LevelRecord& record = set().Record(2);
     EXPECT_EQ(set().Layout(2).Cells, BlockGrid(80, 0));
@@ -420,7 +450,10 @@ TEST_F(EditorTest, EveryChangeIsOneStepAndTypingInOneFieldMerges) {
         prompts.ExpectPicture([](CustomPieceEdit& edit) { return edit.Click(1), true; });
         editor.mnuCreateNormShd_Click();
     });
-    step([&] { editor.mnuResetAll_Click(); });
+    step([&] {
+        Discard();
+        editor.mnuResetAll_Click();
+    });
     step([&] {
         prompts.Expect(K::YesNoCancel, kTrash, Answer::Yes);
         editor.cmdLoseLev_Click();
@@ -440,6 +473,7 @@ TEST_F(EditorTest, EveryChangeIsOneStepAndTypingInOneFieldMerges) {
     editor.txtTitle_Changed("Please Add a Title");  // typing back to where it began leaves no step
     editor.Undo();
     EXPECT_EQ(JsonOf(set()), states[2]);
+    Discard();
     editor.mnuNewTil_Click();  // a new set starts an empty history
     EXPECT_FALSE(editor.CanUndo() || editor.CanRedo());
 }
@@ -447,6 +481,7 @@ TEST_F(EditorTest, EveryChangeIsOneStepAndTypingInOneFieldMerges) {
 TEST_F(EditorTest, SavingCountsEveryLevelAndRefusesALevelWithoutLastBlocksFirst) {
     ThreeLevels();
     SwitchTo(2);
+    Discard();
     editor.mnuResetAll_Click();
     prompts.ExpectMessage("Level #2 has no Last Blocks.");
     editor.mnuSaveCode_Click();
@@ -461,8 +496,10 @@ TEST_F(EditorTest, SavingCountsEveryLevelAndRefusesALevelWithoutLastBlocksFirst)
     EXPECT_EQ(set().CurrentLevel, 1);
     EXPECT_EQ(set().Layout(1).BlockCount * 10 + set().Layout(1).LastBlockCount, 11);
     const LevelSet saved = set();
+    Discard();
     editor.mnuNewTil_Click();
     Paint(0, 1);
+    Discard();
     prompts.ExpectOpen(kMyFileOpen, dir / "three.rsx").ExpectMessage("Opened Succesfully");
     editor.OpenLevelFile(FormatId::MyFile);
     EXPECT_EQ(set().Layouts, saved.Layouts);
@@ -484,15 +521,19 @@ TEST_F(EditorTest, OpeningRefusesForeignFilesKeepingTheSetAndSaysWhereAReadStopp
     ThreeLevels();
     const std::string before = JsonOf(set());
     WriteFile(dir / "other.rsx", "quartlev\r\n");
+    Discard();
     prompts.ExpectOpen(kMyFileOpen, dir / "other.rsx").ExpectMessage("Not one of my files.");
     editor.OpenLevelFile(FormatId::MyFile);
     WriteFile(dir / "other.83l", "title\r\n//lQRVLE\r\n");
+    Discard();
     prompts.ExpectOpen("TI-83 List File|*.83l", dir / "other.83l").ExpectMessage("Not a valid list file.");
     editor.OpenLevelFile(FormatId::List);
     WriteFile(dir / "other.z80", "        .org             9327H\r\n");
+    Discard();
     prompts.ExpectOpen(kSourceOpen, dir / "other.z80").ExpectMessage("Not compilable code.");
     editor.mnuOpenSource_Click();
     WriteFile(dir / "empty.z80", "; only a comment\r\n");
+    Discard();
     prompts.ExpectOpen(kSourceOpen, dir / "empty.z80");  // nothing replaced yet, and no message
     editor.mnuOpenSource_Click();
     EXPECT_EQ(ui().status, "Stopped reading empty.z80 at line 2: the file ends before the origin line");
@@ -502,21 +543,69 @@ TEST_F(EditorTest, OpeningRefusesForeignFilesKeepingTheSetAndSaysWhereAReadStopp
     prompts.ExpectSave(kMyFileSave, dir / "cut.rsx").ExpectMessage("Saved Succesfully!");
     editor.SaveLevelFile(FormatId::MyFile);
     WriteFile(dir / "cut.rsx", ReadFile(dir / "cut.rsx").substr(0, 300));
+    Discard();
     editor.mnuNewTil_Click();
+    Discard();
     prompts.ExpectOpen(kMyFileOpen, dir / "cut.rsx");  // no message
     editor.OpenLevelFile(FormatId::MyFile);
     EXPECT_EQ(CheckConsistent(set()), "");
     EXPECT_EQ(ui().gridCells.size(), 80u);
     EXPECT_EQ(ui().status, "Stopped reading cut.rsx at line 15: the file ends inside level 2");
+    Discard();
     prompts.ExpectOpen(kMyFileOpen, dir / "none.rsx");
     editor.OpenLevelFile(FormatId::MyFile);
     EXPECT_EQ(ui().status, "none.rsx: cannot be read: No such file or directory");
     // A set whose debugger is off: the option's mark, on before, stays on.
     WriteFile(dir / "off.rsx", ReadFile(DataDir() / "myfile/shardles.out"));
+    Discard();
     prompts.ExpectOpen(kMyFileOpen, dir / "off.rsx").ExpectMessage("Opened Succesfully");
+    Discard();
     editor.mnuNewShd_Click();
     editor.OpenLevelFile(FormatId::MyFile);
     EXPECT_TRUE(ui().marks.Debugger && !set().UseShardlesDebugger);
+}
+
+TEST_F(EditorTest, SaveWritesTheSetsFileAgainExportAgainRepeatsAndRecentFilesAreKept) {
+    ThreeLevels();
+    EXPECT_EQ(editor.DocumentName(), "Untitled");
+    prompts.ExpectSave(kMyFileSave, dir / "doc.rsx").ExpectMessage("Saved Succesfully!");
+    editor.mnuSaveDocument_Click();  // no file yet: as Save As
+    EXPECT_EQ(editor.DocumentName() + "|" + std::to_string(editor.IsModified()), "doc.rsx|0");
+    Paint(5, 1);
+    editor.mnuSaveDocument_Click();  // again, without a dialog
+    EXPECT_EQ(ui().status, "Saved doc.rsx");
+    EXPECT_FALSE(editor.IsModified());
+    prompts.ExpectSave(kMyFileSave, dir / "copy.rsx").ExpectMessage("Saved Succesfully!");
+    editor.mnuSaveAs_Click();
+    EXPECT_EQ(editor.DocumentName(), "copy.rsx");
+    // Exports leave the set's own file alone; Export Again repeats the last one.
+    EXPECT_FALSE(editor.CanExportAgain());
+    prompts.ExpectSave(kProgramSave, dir / "LEVELS.83p").ExpectMessage("Succesfully compiled!");
+    editor.mnuSaveCode_Click();
+    EXPECT_EQ(prompts.lastExtension() + editor.DocumentName(), ".83pcopy.rsx");
+    Paint(6, 1);
+    std::filesystem::remove(dir.path / "LEVELS.83p");
+    editor.mnuExportAgain_Click();
+    EXPECT_EQ(ui().status, "Exported LEVELS.83p");
+    EXPECT_TRUE(std::filesystem::exists(dir.path / "LEVELS.83p") && editor.IsModified());
+    // The last files opened or saved, newest first, kept for the next start but for those gone.
+    EXPECT_EQ(editor.recentFiles(), (std::vector<std::string>{dir / "LEVELS.83p", dir / "copy.rsx", dir / "doc.rsx"}));
+    editor.FormUnload();
+    std::filesystem::remove(dir.path / "doc.rsx");
+    Editor next(prompts, 15360, 11520);
+    next.FormLoad(dir / "info.ini", dir.path, dir / "recent.txt");
+    EXPECT_EQ(next.recentFiles(), (std::vector<std::string>{dir / "LEVELS.83p", dir / "copy.rsx"}));
+    // A file from outside opens as its extension says, JSON too.
+    WriteFile(dir / "set.json", ReadFile(DataDir() / "json/full.set.json"));
+    Discard();
+    prompts.ExpectMessage("Opened Succesfully");
+    editor.OpenPath(dir / "set.json");
+    EXPECT_EQ(set().Title + editor.DocumentName(), "\xC9t\xE9 \x80Untitled");
+    EXPECT_FALSE(editor.CanExportAgain());
+    editor.OpenPath(dir / "notes.txt");
+    EXPECT_EQ(ui().status, "notes.txt: the editor does not know the form of a file by this extension");
+    editor.OpenPath(dir / "doc.rsx");
+    EXPECT_EQ(ui().status, "doc.rsx: cannot be read: No such file or directory");
 }
 
 TEST_F(EditorTest, ProgramFilesTakeTheirNameFromTheFileAndOpenBack) {
@@ -547,10 +636,17 @@ TEST_F(EditorTest, ProgramFilesTakeTheirNameFromTheFileAndOpenBack) {
 
     const LevelSet saved = set();
     editor.txtTitle_Changed("Changed");
+    Discard();
     prompts.ExpectOpen(kProgramOpen, "");
-    editor.mnuOpenCode_Click();  // the set is reset before the file is chosen
-    EXPECT_EQ(set().Title + std::to_string(set().LevelCount()), "Please Add a Title1");
-    EXPECT_EQ(set().Layout(1).Cells, saved.Layout(1).Cells);  // level 1 stays as drawn
+    editor.mnuOpenCode_Click();  // cancelled: the set, its levels and its history stay
+    EXPECT_EQ(set().Title + std::to_string(set().LevelCount()), "Changed3");
+    EXPECT_TRUE(editor.CanUndo());
+    WriteFile(dir / "bad.83p", std::string(72, 'x') + "XZ");
+    Discard();
+    prompts.ExpectOpen(kProgramOpen, dir / "bad.83p").ExpectMessage("This is not a Shardles or Tiltbash file.");
+    editor.mnuOpenCode_Click();
+    EXPECT_EQ(set().Title + std::to_string(set().LevelCount()), "Changed3");
+    Discard();
     prompts.ExpectOpen(kProgramOpen, dir / "levels12.83p").ExpectMessage("Opened Succesfully");
     editor.mnuOpenCode_Click();
     EXPECT_EQ(set().Layouts, saved.Layouts);
@@ -566,10 +662,13 @@ TEST_F(EditorTest, SourceExportsShowTheirMessageOnTheLastLevelAndRefuseWhatTheGa
         .ExpectYesNo("You have a Center-Line Shardle without a Changer.  Set Center-Line as Unused?", false);
     editor.mnuSaveSource_Click();
     EXPECT_EQ(set().CurrentLevel, 1);
+    Discard();
     editor.mnuNewTil_Click();
+    Discard();
     prompts.ExpectOpen(kSourceOpen, dir / "three.z80");  // reading source confirms nothing
     editor.mnuOpenSource_Click();
     EXPECT_EQ(set().Title + std::to_string(set().LevelCount()), "Three3");
+    Discard();
     editor.mnuNewShd_Click();
     editor.cmbBonus_Changed("45");
     prompts.ExpectSave(kSourceSave, dir / "bad.z80")

@@ -25,6 +25,9 @@
 #include "gui/frmDev.h"
 #include "support/Support.h"
 
+// Texts in a failure message as text.
+inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
+
 namespace shd::gui {
 namespace {
 
@@ -75,13 +78,14 @@ TEST(Dialogs, BoxesHaveTheProgramsTitleTheTextAsItIsAndTheirButtons) {
     test::TempDir folder;
     WhenShown<QFileDialog>([&](QFileDialog* dialog) {
         EXPECT_EQ(QDir(dialog->directory()).canonicalPath(), QDir(PathText(folder.path)).canonicalPath());
-        EXPECT_TRUE(dialog->testOption(QFileDialog::DontConfirmOverwrite) && dialog->defaultSuffix().isEmpty());
-        EXPECT_EQ(dialog->nameFilters(), QStringList{QStringLiteral("My File (*.rxs) (*.rsx)")});
-        dialog->selectFile(PathText(folder / "levels.rsx"));
+        EXPECT_FALSE(dialog->testOption(QFileDialog::DontConfirmOverwrite));  // it asks before replacing
+        EXPECT_EQ(dialog->defaultSuffix(), QStringLiteral("83p"));
+        EXPECT_EQ(dialog->nameFilters(), QStringList{QStringLiteral("TI-83 Program File (*.83p)")});
+        dialog->selectFile(QStringLiteral("LEVELS"));
         QMetaObject::invokeMethod(dialog, "accept");  // as the Save button does
     });
-    const FileChoice choice = prompts.SaveFileDialog("My File (*.rxs)|*.rsx", folder.path);
-    EXPECT_EQ(choice.path + "|" + choice.title, folder / "levels.rsx" + "|levels.rsx");
+    const FileChoice choice = prompts.SaveFileDialog("TI-83 Program File|*.83p", folder.path, ".83p");
+    EXPECT_EQ(choice.path + "|" + choice.title, folder / "LEVELS.83p" + "|LEVELS.83p");
     WhenShown<QFileDialog>([](QFileDialog* dialog) { dialog->reject(); });
     EXPECT_TRUE(prompts.OpenFileDialog("TI-83 List File|*.83l", folder.path).path.empty());
     EXPECT_EQ(QtFilter("TI-83 Source Files (*.z80, *.asm)|*.z80;*.asm"),

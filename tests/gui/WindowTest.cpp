@@ -10,6 +10,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
+#include <QDropEvent>
 #include <QPushButton>
 #include <QTest>
 
@@ -18,6 +20,9 @@
 #include "gui/frmDev.h"
 #include "support/ScriptedPrompts.h"
 #include "support/Support.h"
+
+// Texts in a failure message as text.
+inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
 
 namespace shd::gui {
 namespace {
@@ -36,7 +41,7 @@ protected:
         window->resize(1024, 740);
         window->show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
-        window->Start(PathText(dir / "info.ini"), pictures);
+        window->Start(PathText(dir / "info.ini"), pictures, PathText(dir / "recent.txt"));
     }
     template <typename T = QWidget>
     T* Find(const char* name) const {
@@ -45,6 +50,10 @@ protected:
         return found;
     }
     void Trigger(const char* name) const { Find<QAction>(name)->trigger(); }
+    void Discard() {
+        if (window->editor().IsModified())
+            prompts.Expect(ScriptedPrompts::Kind::YesNoCancel, "Save before quiting?", Answer::No);
+    }
     bool Checked(const char* name) const { return Find<QAction>(name)->isChecked(); }
     QString Text(const char* name) const { return Find<QLabel>(name)->text(); }
     const LevelSet& set() const { return window->editor().set(); }
@@ -69,7 +78,7 @@ protected:
 };
 
 TEST_F(WindowTest, ControlsAndMenusStandWithTheirCaptionsAtTheirTwipPositions) {
-    EXPECT_EQ(window->windowTitle(), QStringLiteral("Rovakmoor's Shardles/Tiltbash Level Editor v3.0"));
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Untitled[*] - Rovakmoor's Shardles/Tiltbash Level Editor v3.0"));
     const std::tuple<const char*, const char*, QRect> controls[] = {
         {"lblTitle", "&Level Name", {141, 72, 144, 17}}, {"lblLevels", "Current Level/Change Level", {488, 72, 153, 17}},
         {"lblBonus", "&Bonus Clock start number", {48, 176, 121, 17}},
@@ -87,9 +96,10 @@ TEST_F(WindowTest, ControlsAndMenusStandWithTheirCaptionsAtTheirTwipPositions) {
     EXPECT_EQ(window->paletteButton(15)->geometry(), QRect(695, 16, 41, 30));
     EXPECT_EQ(Find<QLabel>("lblBallx")->buddy(), Find("txtBallx"));
     EXPECT_EQ(window->centralWidget()->grab().toImage().pixelColor(5, 5), QColor(192, 192, 192));
-    EXPECT_EQ(Entries(window->menuBar()->actions()), "&File=mnuFile|&Edit=mnuEdit|&Create=mnuCreate|&Tricky=mnuTrickey");
+    EXPECT_EQ(Entries(window->menuBar()->actions()), "&File=mnuFile|Ed&it=mnuEdit|&Create=mnuCreate|&Tricky=mnuTrickey");
     const std::pair<const char*, const char*> menus[] = {
-        {"mnuFile", "&New=mnuNew|&Open=mnuOpen|&Save=mnuSave|-=mnu|E&xit=mnuExit"},
+        {"mnuFile", "&New=mnuNew|&Open=mnuOpen|Open &Recent=mnuRecent|-=|Sa&ve=mnuSaveDocument|Save &As...=mnuSaveAs|"
+                    "&Save=mnuSave|Export A&gain=mnuExportAgain|-=mnu|E&xit=mnuExit"},
         {"mnuOpen", "&My File=mnuOpenMyFile|&Old My File=mnuOpenOld|&TI-83 List=mnuOpenList|"
                     "&Compiled Code=mnuOpenCode|&Source Code=mnuOpenSource"},
         {"mnuSave", "&My File=mnuSaveMyFile|&TI-83 List=mnuSaveList|&Compiled Code=mnuSaveCode|&Source Code=mnuSaveSource"},
@@ -101,6 +111,17 @@ TEST_F(WindowTest, ControlsAndMenusStandWithTheirCaptionsAtTheirTwipPositions) {
         {"mnuCreate", "&Normal Shardle=mnuCreateNormShd|&Changer Shardle=mnuCreateChangeShd"},
         {"mnuEdit", "&Undo=mnuUndo|&Redo=mnuRedo"}};
     for (const auto& [menu, entries] : menus) EXPECT_EQ(Entries(Find<QMenu>(menu)->actions()), entries) << menu;
+    // No two access keys collide: the menu bar's and the captions' on the window.
+    QString keys;
+    for (QAction* menu : window->menuBar()->actions()) keys += menu->text().at(menu->text().indexOf('&') + 1).toUpper();
+    for (const char* name : {"lblTitle", "lblBonus", "lblExLife", "lblBallx", "lblBally"})
+        keys += Text(name).at(Text(name).indexOf('&') + 1).toUpper();
+    for (const QChar key : keys) EXPECT_EQ(keys.count(key), 1) << keys.toStdString();
+    const std::pair<const char*, QKeySequence> shortcuts[] = {
+        {"mnuOpenMyFile", QKeySequence(Qt::CTRL | Qt::Key_O)}, {"mnuSaveDocument", QKeySequence(Qt::CTRL | Qt::Key_S)},
+        {"mnuSaveAs", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)}, {"mnuExportAgain", QKeySequence(Qt::CTRL | Qt::Key_E)},
+        {"mnuExit", QKeySequence(Qt::CTRL | Qt::Key_Q)}};
+    for (const auto& [name, key] : shortcuts) EXPECT_TRUE(Find<QAction>(name)->shortcuts().contains(key)) << name;
     Trigger("mnuNewTil");
     EXPECT_EQ(window->cellCount(), 64);
     EXPECT_EQ(window->cellGeometry(9), QRect(380, 308, 44, 30));
@@ -174,6 +195,7 @@ TEST_F(WindowTest, BoxesListsAndButtonsReachTheEditorAndShowWhatItKeeps) {
     EXPECT_EQ(set().Layout(1).BallX, 33);  // the pasted value, stored on leaving the level
     QTest::mouseClick(Find("cmdLoseLev"), Qt::LeftButton);
     EXPECT_EQ(levels->currentText() + Text("statusLevel"), QStringLiteral("Level 1Level 1 of 1"));
+    Discard();
     Trigger("mnuNewShd");
     EXPECT_EQ(bonus->currentText() + title->text(), QStringLiteral("30Please Add a Title"));
 }
@@ -182,6 +204,7 @@ TEST_F(WindowTest, MenusRunTheirHandlersAndShowTheEditorsMarks) {
     EXPECT_TRUE(Checked("mnuMatch") && !Checked("mnuWrap"));
     Trigger("mnuSpot");
     EXPECT_TRUE(Checked("mnuSpot") && set().Record(1).SpottedUnused);
+    Discard();
     Trigger("mnuResetAll");  // only the editor knows that this takes the mark away
     EXPECT_FALSE(Checked("mnuSpot"));
     prompts.Expect(ScriptedPrompts::Kind::Input, "How many other blocks are not used? Don't count blocks affected by the Flags.",
@@ -192,6 +215,7 @@ TEST_F(WindowTest, MenusRunTheirHandlersAndShowTheEditorsMarks) {
     Trigger("mnuCreateChangeShd");
     EXPECT_TRUE(set().CustomChangerPicture.at(9) == 1 && Checked("mnuCus"));
     // A right press on a Tiltbash background pops up Tricky without the Shardles submenus.
+    Discard();
     Trigger("mnuNewTil");
     QWidget* background = window->centralWidget();
     const QPoint empty = background->rect().bottomRight() - QPoint(10, 10);
@@ -209,12 +233,46 @@ TEST_F(WindowTest, StartReadsTheLastFolderPicturesComeFromTheFolderAndClosingAsk
     EXPECT_EQ(window->editor().lastFolder(), "/some/where/");
     EXPECT_TRUE(window->pictures().IsDrawnTile(11));
     EXPECT_EQ(window->paletteButton(11)->picture().toImage(), BlockPictures::Tile(QStringLiteral("B")).toImage());
-    prompts.Expect(ScriptedPrompts::Kind::YesNoCancel, "Save before quiting?", Answer::Cancel);
-    EXPECT_FALSE(window->close());
-    prompts.Expect(ScriptedPrompts::Kind::YesNoCancel, "Save before quiting?", Answer::No);
-    Trigger("mnuExit");
+    Trigger("mnuExit");  // nothing changed: nothing asked
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(test::ReadFile(dir.path / "info.ini"), "/some/where/\r\n");
+}
+
+TEST_F(WindowTest, UserStoryOpenChangeCloseSaveReopenFromRecentUndoToTheSavedState) {
+    test::WriteFile(dir.path / "story.rsx", test::ReadFile(test::DataDir() / "myfile/shardles.out"));
+    prompts.ExpectMessage("Opened Succesfully");
+    window->OpenPath(PathText(dir / "story.rsx"));  // as the command line gives it
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("story.rsx[*] - Rovakmoor's Shardles/Tiltbash Level Editor v3.0"));
+    EXPECT_FALSE(window->isWindowModified());
+    Choose(1);
+    ClickCell(3);
+    EXPECT_TRUE(window->isWindowModified());
+    prompts.Expect(ScriptedPrompts::Kind::YesNoCancel, "Save before quiting?", Answer::Yes);
+    EXPECT_TRUE(window->close());  // saved to its file, without a dialog
+    EXPECT_NE(test::ReadFile(dir.path / "story.rsx").find("\r\n1,0,0,1,0,0,0,0,0,6,"), std::string::npos);
+
+    Open(QStringLiteral(ASSETS_DIR));
+    auto* recent = Find<QMenu>("mnuRecent");
+    emit recent->aboutToShow();
+    ASSERT_EQ(recent->actions().size(), 1);
+    EXPECT_EQ(recent->actions().constFirst()->text(), QStringLiteral("&1 story.rsx"));
+    prompts.ExpectMessage("Opened Succesfully");
+    recent->actions().constFirst()->trigger();
+    ClickCell(4);
+    QTest::keyClick(window->grid(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(window->isWindowModified());
+    EXPECT_TRUE(window->close());  // back where it was saved: nothing asked
+
+    Open(QStringLiteral(ASSETS_DIR));  // a file dropped on the window opens too
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(PathText(dir / "story.rsx"))});
+    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    prompts.ExpectMessage("Opened Succesfully");
+    QApplication::sendEvent(window.get(), &drop);
+    EXPECT_TRUE(window->windowTitle().startsWith(QStringLiteral("story.rsx")));
 }
 
 }  // namespace

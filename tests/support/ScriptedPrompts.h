@@ -42,6 +42,7 @@ public:
     bool done() const { return script_.empty(); }
     const std::string& lastDefault() const { return lastDefault_; }
     const std::string& lastFolder() const { return lastFolder_; }
+    const std::string& lastExtension() const { return lastExtension_; }
 
     void Message(const std::string& text) override { Take(Kind::Message, text); }
     bool AskYesNo(const std::string& text) override { return Take(Kind::YesNo, text).answer == Answer::Yes; }
@@ -54,8 +55,10 @@ public:
         lastFolder_ = folder;
         return Chosen(Take(Kind::Open, filter).reply);
     }
-    FileChoice SaveFileDialog(const std::string& filter, const std::string& folder) override {
+    FileChoice SaveFileDialog(const std::string& filter, const std::string& folder,
+                              const std::string& extension) override {
         lastFolder_ = folder;
+        lastExtension_ = extension;
         return Chosen(Take(Kind::Save, filter).reply);
     }
     bool EditPicture(CustomPieceEdit& edit) override {
@@ -87,7 +90,7 @@ private:
     }
 
     std::deque<Step> script_;
-    std::string lastDefault_, lastFolder_;
+    std::string lastDefault_, lastFolder_, lastExtension_;
 };
 
 }  // namespace shd::test
