@@ -2,12 +2,16 @@
 # Installs the Debian packages the editor and its tests need, when missing.
 # Usage: scripts/deps.sh run|test
 set -euo pipefail
-packages=(cmake ninja-build g++ pkg-config qt6-base-dev libgl1-mesa-dev rapidjson-dev)
+# libticalcs sends sets to the calculator; its pkg-config file asks for libusb's.
+packages=(cmake ninja-build g++ pkg-config qt6-base-dev libgl1-mesa-dev rapidjson-dev libticalcs-dev libusb-1.0-0-dev)
 if [ "${1:-run}" = test ]; then
   # GoogleTest; the TI file library, the GNU Z80 assembler and a second JSON
   # library check our files independently; clang brings libFuzzer and the
   # sanitizer runtimes.
   packages+=(libgtest-dev libgmock-dev libtifiles-dev binutils-z80 nlohmann-json3-dev clang libclang-rt-dev)
+  # The Debian package is built and its desktop entry, metadata and MIME
+  # description checked with the freedesktop and AppStream tools.
+  packages+=(dpkg-dev desktop-file-utils appstream shared-mime-info)
 fi
 missing=()
 for p in "${packages[@]}"; do

@@ -28,19 +28,21 @@ std::optional<LevelSet> Open(FormatId from, const std::string& input) {
 
 }  // namespace
 
-int Convert(FormatId from, const std::string& input, FormatId to, const std::string& output) {
+int Convert(FormatId from, const std::string& input, FormatId to, const std::string& output,
+            const std::string& whose) {
     std::optional<LevelSet> set = Open(from, input);
     if (!set) return kRefused;
+    const std::string prefix = whose.empty() ? whose : whose + ": ";
     const Format& format = GetFormat(to);
     if (format.countsBlocksFirst)
         if (const int level = CountAllLevels(*set)) {
-            Say(NoLastBlocksMessage(level));
+            Say(prefix + NoLastBlocksMessage(level));
             return kRefused;
         }
     const std::string title = FileTitleOf(output);
     if (to == FormatId::Program)
         if (const auto fault = ProgramTitleFault(title)) {
-            Say(*fault);
+            Say(prefix + *fault);
             return kRefused;
         }
     const WriteResult written = format.write(*set, title);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace shd {
 
@@ -27,6 +28,8 @@ public:
     // `filter` is "label|pattern[;pattern]"; the dialog opens in `folder` with an empty name.
     virtual FileChoice OpenFileDialog(const std::string& filter, const std::string& folder) = 0;
     virtual FileChoice SaveFileDialog(const std::string& filter, const std::string& folder) = 0;
+    // One of `items`, by its index; -1 on Cancel.
+    virtual int ChooseFromList(const std::string& prompt, const std::vector<std::string>& items) = 0;
     // The custom piece dialog, modal; true when closed with OK.
     virtual bool EditPicture(CustomPieceEdit& edit) = 0;
 };
