@@ -19,7 +19,9 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "gui/HelpAndAbout.h"
 #include "gui/KeyCodes.h"
+#include "gui/SendToCalculator.h"
 #include "gui/Text.h"
 #include "gui/Widgets.h"
 
@@ -288,6 +290,10 @@ void frmDev::BuildMenus() {
     AddAction(mnuSave, "&TI-83 List", "mnuSaveList", [&e] { e.SaveLevelFile(FormatId::List); });
     AddAction(mnuSave, "&Compiled Code", "mnuSaveCode", [&e] { e.mnuSaveCode_Click(); });
     AddAction(mnuSave, "&Source Code", "mnuSaveSource", [&e] { e.mnuSaveSource_Click(); });
+    AddAction(mnuFile, "Send to &Calculator...", "mnuSendCalc", [this] {
+        QtCalculatorLink link(this);
+        editor_.mnuSendCalc_Click(link);
+    });
     mnuFile->addSeparator()->setObjectName(QStringLiteral("mnu"));
     QAction* mnuExit = mnuFile->addAction(QStringLiteral("E&xit"));
     mnuExit->setObjectName(QStringLiteral("mnuExit"));
@@ -329,6 +335,14 @@ void frmDev::BuildMenus() {
     special->setCheckable(true);
     marks_.push_back({special, &MenuMarks::Special});
     AddAction(mnuTrickey_, "&Reset All", "mnuResetAll", [&e] { e.mnuResetAll_Click(); });
+
+    QMenu* mnuHelp = AddMenu(bar, "&Help", "mnuHelp");
+    AddAction(mnuHelp, "&Contents", "mnuContents", [this] {
+        // The guide ships with the block pictures: the README's sections for users.
+        ShowUserGuide(this, QDir(programFolder_).filePath(QStringLiteral("user-guide.md")));
+    })
+        ->setShortcuts(QKeySequence::HelpContents);
+    AddAction(mnuHelp, "&About", "mnuAbout", [&e] { e.mnuAbout_Click(); });
 }
 
 void frmDev::BuildStatusBar() {
@@ -352,8 +366,8 @@ void frmDev::BuildStatusBar() {
     bar->addPermanentWidget(statusBlocks_);
 }
 
-void frmDev::Start(const QString& iniPath, const QString& programFolder) {
-    programFolder_ = programFolder;
+void frmDev::Start(const QString& iniPath, const QString& programFolder, const QString& pictureFolder) {
+    programFolder_ = pictureFolder.isEmpty() ? programFolder : pictureFolder;
     Run([&] { editor_.FormLoad(PathBytes(iniPath), PathBytes(programFolder)); }, true);
 }
 

@@ -41,8 +41,8 @@ public:
     ~frmDev() override;
 
     // Form_Load: the last folder from `iniPath`, a new Shardles set, palette button 0 focused.
-    // The block pictures are read from `programFolder`.
-    void Start(const QString& iniPath, const QString& programFolder);
+    // The block pictures are read from `pictureFolder`, or else from `programFolder`.
+    void Start(const QString& iniPath, const QString& programFolder, const QString& pictureFolder = {});
 
     Editor& editor() { return editor_; }
     const ScreenMetrics& metrics() const { return metrics_; }

@@ -87,9 +87,10 @@ TEST_F(WindowTest, ControlsAndMenusStandWithTheirCaptionsAtTheirTwipPositions) {
     EXPECT_EQ(window->paletteButton(15)->geometry(), QRect(695, 16, 41, 30));
     EXPECT_EQ(Find<QLabel>("lblBallx")->buddy(), Find("txtBallx"));
     EXPECT_EQ(window->centralWidget()->grab().toImage().pixelColor(5, 5), QColor(192, 192, 192));
-    EXPECT_EQ(Entries(window->menuBar()->actions()), "&File=mnuFile|&Edit=mnuEdit|&Create=mnuCreate|&Tricky=mnuTrickey");
+    EXPECT_EQ(Entries(window->menuBar()->actions()), "&File=mnuFile|&Edit=mnuEdit|&Create=mnuCreate|&Tricky=mnuTrickey|&Help=mnuHelp");
     const std::pair<const char*, const char*> menus[] = {
-        {"mnuFile", "&New=mnuNew|&Open=mnuOpen|&Save=mnuSave|-=mnu|E&xit=mnuExit"},
+        {"mnuFile", "&New=mnuNew|&Open=mnuOpen|&Save=mnuSave|Send to &Calculator...=mnuSendCalc|-=mnu|E&xit=mnuExit"},
+        {"mnuHelp", "&Contents=mnuContents|&About=mnuAbout"},
         {"mnuOpen", "&My File=mnuOpenMyFile|&Old My File=mnuOpenOld|&TI-83 List=mnuOpenList|"
                     "&Compiled Code=mnuOpenCode|&Source Code=mnuOpenSource"},
         {"mnuSave", "&My File=mnuSaveMyFile|&TI-83 List=mnuSaveList|&Compiled Code=mnuSaveCode|&Source Code=mnuSaveSource"},
