@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the editor and its tests need, when missing.
-# Usage: scripts/deps.sh run|test
+# Usage: scripts/deps.sh run|package|test
 set -euo pipefail
 # libticalcs sends sets to the calculator; its pkg-config file asks for libusb's.
 packages=(cmake ninja-build g++ pkg-config qt6-base-dev libgl1-mesa-dev rapidjson-dev libticalcs-dev libusb-1.0-0-dev)
+# dpkg-shlibdeps, for the Debian package's dependencies.
+case "${1:-run}" in package | test) packages+=(dpkg-dev) ;; esac
 if [ "${1:-run}" = test ]; then
   # GoogleTest; the TI file library, the GNU Z80 assembler and a second JSON
   # library check our files independently; clang brings libFuzzer and the
@@ -11,7 +13,7 @@ if [ "${1:-run}" = test ]; then
   packages+=(libgtest-dev libgmock-dev libtifiles-dev binutils-z80 nlohmann-json3-dev clang libclang-rt-dev)
   # The Debian package is built and its desktop entry, metadata and MIME
   # description checked with the freedesktop and AppStream tools.
-  packages+=(dpkg-dev desktop-file-utils appstream shared-mime-info)
+  packages+=(desktop-file-utils appstream shared-mime-info)
 fi
 missing=()
 for p in "${packages[@]}"; do
