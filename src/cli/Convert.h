@@ -1,7 +1,9 @@
 // The converter's two jobs, apart from reading its command line.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "formats/Formats.h"
 
@@ -17,8 +19,21 @@ inline constexpr const char* kStandardStream = "-";
 
 // Reads `input` as `from`, saves it as `to` into `output`, as the editor's
 // open and save commands would, without their questions. Messages go to
-// standard error.
+// standard error, each naming the file it is about.
 int Convert(FormatId from, const std::string& input, FormatId to, const std::string& output);
+
+// Converts each input into `folder`, named after it with the extension of
+// `to`, going on after a refusal. kRefused when any was refused.
+int ConvertInto(const std::optional<FormatId>& from, const std::vector<std::string>& inputs, FormatId to,
+                const std::string& folder);
+
+// Sends the set as a program named `name` (by default after the input's
+// file name) over `cable` (by default the first one found).
+int Send(FormatId from, const std::string& input, const std::optional<std::string>& name,
+         const std::optional<std::string>& cable);
+
+// Prints the cables found, one a line, as --cable takes them.
+int ListCables();
 
 // Prints, for every level, what CountBlocks and the debugger would say, then
 // the number of findings.

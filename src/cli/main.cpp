@@ -2,6 +2,7 @@
 // and reports what the editor's level checks would say about a set.
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,6 +10,7 @@
 
 #include "cli/Convert.h"
 #include "files/FileIo.h"
+#include "link/Link.h"
 
 namespace {
 
@@ -18,11 +20,33 @@ using shd::GetFormat;
 
 constexpr const char* kHelp =
     "Usage: shardles-convert [--from FORM] [--to FORM] INPUT OUTPUT\n"
+    "       shardles-convert --to FORM [--from FORM] -d DIR INPUT...\n"
     "       shardles-convert --check [--from FORM] INPUT\n"
-    "       shardles-convert --version | --help\n"
+    "       shardles-convert --send [--from FORM] [--name NAME] [--cable CABLE] INPUT\n"
+    "       shardles-convert --cables\n"
+    "       shardles-convert --version\n"
+    "       shardles-convert --help\n"
     "\n"
-    "Converts a Shardles or Tiltbash level set from one form to another, or\n"
-    "with --check lists what the editor's level checks say about each level.\n"
+    "Converts a Shardles or Tiltbash level set from one form to another, lists\n"
+    "with --check what the editor's level checks say about each level, or sends\n"
+    "the set to a TI-83 over a link cable.\n"
+    "\n"
+    "  --from FORM      read INPUT as FORM\n"
+    "  --to FORM        write OUTPUT (or each file in DIR) as FORM\n"
+    "  -d, --directory DIR\n"
+    "                   convert every INPUT into DIR, named after it with the\n"
+    "                   extension of FORM; go on after a file that is refused\n"
+    "  --check          report the level checks' findings; write nothing\n"
+    "  --send           send the set as a program, as Save -> Compiled Code makes it\n"
+    "  --name NAME      its name on the calculator (1 to 8 letters and digits);\n"
+    "                   by default INPUT's file name without its extension\n"
+    "  --cable CABLE    the cable to send over, MODEL[:PORT] (GrayLink, BlackLink,\n"
+    "                   Parallel, SilverLink, VTi, TiEmu; port 1 to 4, 1 if not\n"
+    "                   given); by default the first one found\n"
+    "  --cables         list the link cables found, as --cable takes them\n"
+    "  --version        print the version\n"
+    "  -h, --help       print this help\n"
+    "  --               end of options\n"
     "\n"
     "FORM is one of:\n"
     "  myfile     the editor's own file (.rsx)\n"
@@ -36,8 +60,11 @@ constexpr const char* kHelp =
     "INPUT - reads standard input and OUTPUT - writes standard output; the\n"
     "form must then be named with --from or --to.\n"
     "\n"
-    "Exit status: 0 written (or, with --check, no findings); 1 the input or the\n"
-    "set was refused (or there are findings); 2 the command line is wrong.\n";
+    "Exit status: 0 written, sent (or, with --check, no findings); 1 the input or\n"
+    "the set was refused, or any file with -d, or there are findings, or no\n"
+    "cable or calculator answered; 2 the command line is wrong.\n"
+    "\n"
+    "See shardles-convert(1) for more, and examples.\n";
 
 int UsageError(const std::string& reason) {
     std::fprintf(stderr, "shardles-convert: %s\nTry 'shardles-convert --help'.\n", reason.c_str());
@@ -52,10 +79,27 @@ std::optional<FormatId> FormByName(std::string_view name) {
 
 struct Command {
     bool check = false;
+    bool send = false;
+    bool listCables = false;
     std::optional<FormatId> from;
     std::optional<FormatId> to;
+    std::optional<std::string> folder, name, cable;
     std::vector<std::string> files;
 };
+
+// The option taking a value that `arg` starts with, or "".
+std::string_view ValuedOption(std::string_view arg) {
+    for (const std::string_view option : {"--from", "--to", "--name", "--cable", "--directory", "-d"})
+        if (arg.starts_with(option)) return option;
+    return {};
+}
+
+std::string WhatItNeeds(std::string_view option) {
+    if (option == "--from" || option == "--to") return "a FORM";
+    if (option == "--name") return "a NAME";
+    if (option == "--cable") return "a CABLE";
+    return "a DIR";
+}
 
 }  // namespace
 
@@ -81,18 +125,27 @@ int main(int argc, char** argv) {
             return shd::cli::kDone;
         } else if (arg == "--check") {
             command.check = true;
-        } else if (arg.starts_with("--from") || arg.starts_with("--to")) {
-            const bool isFrom = arg.starts_with("--from");
-            const std::string_view option = isFrom ? "--from" : "--to";
+        } else if (arg == "--send") {
+            command.send = true;
+        } else if (arg == "--cables") {
+            command.listCables = true;
+        } else if (const std::string_view option = ValuedOption(arg); !option.empty()) {
             std::string_view value;
             if (arg.size() == option.size()) {
-                if (i + 1 >= argc) return UsageError(std::string(option) + " needs a FORM");
+                if (i + 1 >= argc) return UsageError(std::string(option) + " needs " + WhatItNeeds(option));
                 value = argv[++i];
             } else if (arg[option.size()] == '=') {
                 value = arg.substr(option.size() + 1);
             } else {
                 return UsageError("unknown option " + std::string(arg));
             }
+            if (option != "--from" && option != "--to") {
+                auto& text = option == "--name" ? command.name : option == "--cable" ? command.cable : command.folder;
+                if (text) return UsageError(std::string(option) + " given twice");
+                text = std::string(value);
+                continue;
+            }
+            const bool isFrom = option == "--from";
             auto& slot = isFrom ? command.from : command.to;
             if (slot) return UsageError(std::string(option) + " given twice");
             slot = FormByName(value);
@@ -104,10 +157,30 @@ int main(int argc, char** argv) {
         }
     }
 
-    const std::size_t wanted = command.check ? 1 : 2;
-    if (command.check && command.to) return UsageError("--check writes nothing, so --to has no place");
+    if (command.listCables) {
+        if (argc != 2) return UsageError("--cables takes nothing else");
+        return shd::cli::ListCables();
+    }
+    if (command.check && command.send) return UsageError("--check and --send do not go together");
+    if ((command.name || command.cable) && !command.send) return UsageError("--name and --cable go with --send");
+    if (command.cable && !shd::link::CableByName(*command.cable))
+        return UsageError("unknown cable '" + *command.cable + "'");
+    if (command.folder) {
+        if (command.check || command.send) return UsageError("-d goes with a conversion only");
+        if (!command.to) return UsageError("-d needs --to FORM");
+        if (command.files.empty()) return UsageError("-d needs at least one INPUT");
+        if (!std::filesystem::is_directory(*command.folder)) return UsageError(*command.folder + " is not a folder");
+        return shd::cli::ConvertInto(command.from, command.files, *command.to, *command.folder);
+    }
+
+    const bool oneInput = command.check || command.send;
+    const std::size_t wanted = oneInput ? 1 : 2;
+    if (oneInput && command.to)
+        return UsageError(command.check ? "--check writes nothing, so --to has no place" : "--send sends a program, so --to has no place");
     if (command.files.size() != wanted)
-        return UsageError(command.check ? "--check takes one INPUT" : "give one INPUT and one OUTPUT");
+        return UsageError(command.check ? "--check takes one INPUT"
+                          : command.send ? "--send takes one INPUT"
+                                         : "give one INPUT and one OUTPUT");
 
     auto formOf = [](const std::optional<FormatId>& given, const std::string& path) -> std::optional<FormatId> {
         return given ? given : shd::FormOfFileName(shd::FileTitleOf(path));
@@ -121,6 +194,7 @@ int main(int argc, char** argv) {
     const auto from = formOf(command.from, input);
     if (!from) return unknownForm(input, "--from");
     if (command.check) return shd::cli::Check(*from, input);
+    if (command.send) return shd::cli::Send(*from, input, command.name, command.cable);
 
     const std::string& output = command.files[1];
     if (output.empty()) return UsageError("the OUTPUT file name is empty");

@@ -19,9 +19,16 @@
 
 namespace shd {
 
+class CalculatorLink;
+
 // The program's title, shown on every message box and the input box.
 inline constexpr const char* kProgramTitle = "Shardles/Tiltbash Level Editor";
 inline constexpr const char* kWindowCaption = "Rovakmoor's Shardles/Tiltbash Level Editor v3.0";
+inline constexpr const char* kSendNamePrompt = "Name of the program on the calculator (1 to 8 letters and digits):";
+inline constexpr const char* kCablePrompt = "Send over which link cable?";
+
+// The About box's text: caption, version and what the program is.
+std::string AboutText();
 
 // Mouse buttons as the grid and the window background report them; a set
 // of buttons held down is their bits or'ed together.
@@ -113,6 +120,10 @@ public:
     void mnuSaveAs_Click();        // Save As: always asks for the My File's name
     void mnuExportAgain_Click();   // the last export, to the same file and form, without a dialog
     void OpenPath(const std::string& path);  // a file from outside, of the form its extension names
+    // Counts the blocks, asks for the name, makes the program file in memory
+    // and sends it over the cable found, or the one chosen when there are several.
+    void mnuSendCalc_Click(CalculatorLink& link);
+    void mnuAbout_Click();
 
     // Undo and redo: every change to the set is one step.
     bool CanUndo() const { return history_.CanUndo(); }
@@ -170,6 +181,7 @@ private:
     static constexpr std::size_t kRecentFiles = 8;
     std::vector<std::string> recent_;  // the last files opened or saved, newest first
     std::string recentPath_;
+    std::string sendName_;  // the name the set was last sent as
 
     History history_;
     int recording_ = 0;  // handlers running; only the outermost records its step

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace shd {
 
@@ -30,6 +31,8 @@ public:
     // and asks before it lets an existing file be chosen.
     virtual FileChoice SaveFileDialog(const std::string& filter, const std::string& folder,
                                       const std::string& extension) = 0;
+    // One of `items`, by its index; -1 on Cancel.
+    virtual int ChooseFromList(const std::string& prompt, const std::vector<std::string>& items) = 0;
     // The custom piece dialog, modal; true when closed with OK.
     virtual bool EditPicture(CustomPieceEdit& edit) = 0;
 };

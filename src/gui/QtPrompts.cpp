@@ -64,6 +64,14 @@ std::string QtPrompts::InputBox(const std::string& prompt, const std::string& de
     return ok ? ToBytes(answer) : std::string();
 }
 
+int QtPrompts::ChooseFromList(const std::string& prompt, const std::vector<std::string>& items) {
+    QStringList names;
+    for (const std::string& item : items) names << ToQt(item);
+    bool ok = false;
+    const QString chosen = QInputDialog::getItem(parent_, Title(), ToQt(prompt), names, 0, false, &ok);
+    return ok ? static_cast<int>(names.indexOf(chosen)) : -1;
+}
+
 FileChoice QtPrompts::OpenFileDialog(const std::string& filter, const std::string& folder) {
     return Chosen(QFileDialog::getOpenFileName(parent_, QString(), PathText(folder), QtFilter(filter), nullptr,
                                                kDialogOptions));
@@ -105,6 +113,11 @@ Answer SyncingPrompts::AskYesNoCancel(const std::string& text) {
 std::string SyncingPrompts::InputBox(const std::string& prompt, const std::string& defaultAnswer) {
     before_();
     return inner_.InputBox(prompt, defaultAnswer);
+}
+
+int SyncingPrompts::ChooseFromList(const std::string& prompt, const std::vector<std::string>& items) {
+    before_();
+    return inner_.ChooseFromList(prompt, items);
 }
 
 FileChoice SyncingPrompts::OpenFileDialog(const std::string& filter, const std::string& folder) {

@@ -22,6 +22,7 @@ public:
     bool AskYesNo(const std::string& text) override;
     Answer AskYesNoCancel(const std::string& text) override;
     std::string InputBox(const std::string& prompt, const std::string& defaultAnswer) override;
+    int ChooseFromList(const std::string& prompt, const std::vector<std::string>& items) override;
     FileChoice OpenFileDialog(const std::string& filter, const std::string& folder) override;
     FileChoice SaveFileDialog(const std::string& filter, const std::string& folder,
                               const std::string& extension) override;
@@ -42,6 +43,7 @@ public:
     bool AskYesNo(const std::string& text) override;
     Answer AskYesNoCancel(const std::string& text) override;
     std::string InputBox(const std::string& prompt, const std::string& defaultAnswer) override;
+    int ChooseFromList(const std::string& prompt, const std::vector<std::string>& items) override;
     FileChoice OpenFileDialog(const std::string& filter, const std::string& folder) override;
     FileChoice SaveFileDialog(const std::string& filter, const std::string& folder,
                               const std::string& extension) override;

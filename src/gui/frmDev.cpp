@@ -22,7 +22,9 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "gui/HelpAndAbout.h"
 #include "gui/KeyCodes.h"
+#include "gui/SendToCalculator.h"
 #include "gui/Text.h"
 #include "gui/Widgets.h"
 
@@ -314,6 +316,10 @@ void frmDev::BuildMenus() {
     AddAction(mnuSave, "&Source Code", "mnuSaveSource", [&e] { e.mnuSaveSource_Click(); });
     mnuExportAgain_ = AddAction(mnuFile, "Export A&gain", "mnuExportAgain", [&e] { e.mnuExportAgain_Click(); });
     mnuExportAgain_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+    AddAction(mnuFile, "Send to &Calculator...", "mnuSendCalc", [this] {
+        QtCalculatorLink link(this);
+        editor_.mnuSendCalc_Click(link);
+    });
     mnuFile->addSeparator()->setObjectName(QStringLiteral("mnu"));
     QAction* mnuExit = mnuFile->addAction(QStringLiteral("E&xit"));
     mnuExit->setObjectName(QStringLiteral("mnuExit"));
@@ -358,6 +364,14 @@ void frmDev::BuildMenus() {
     special->setCheckable(true);
     marks_.push_back({special, &MenuMarks::Special});
     AddAction(mnuTrickey_, "&Reset All", "mnuResetAll", [&e] { e.mnuResetAll_Click(); });
+
+    QMenu* mnuHelp = AddMenu(bar, "&Help", "mnuHelp");
+    AddAction(mnuHelp, "&Contents", "mnuContents", [this] {
+        // The guide ships with the block pictures: the README's sections for users.
+        ShowUserGuide(this, QDir(programFolder_).filePath(QStringLiteral("user-guide.md")));
+    })
+        ->setShortcuts(QKeySequence::HelpContents);
+    AddAction(mnuHelp, "&About", "mnuAbout", [&e] { e.mnuAbout_Click(); });
 }
 
 void frmDev::BuildStatusBar() {
@@ -381,8 +395,9 @@ void frmDev::BuildStatusBar() {
     bar->addPermanentWidget(statusBlocks_);
 }
 
-void frmDev::Start(const QString& iniPath, const QString& programFolder, const QString& recentPath) {
-    programFolder_ = programFolder;
+void frmDev::Start(const QString& iniPath, const QString& programFolder, const QString& pictureFolder,
+                   const QString& recentPath) {
+    programFolder_ = pictureFolder.isEmpty() ? programFolder : pictureFolder;
     Run([&] { editor_.FormLoad(PathBytes(iniPath), PathBytes(programFolder), PathBytes(recentPath)); }, true);
 }
 

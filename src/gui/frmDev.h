@@ -44,8 +44,9 @@ public:
 
     // Form_Load: the last folder from `iniPath`, the recent files from
     // `recentPath`, a new Shardles set, palette button 0 focused. The block
-    // pictures are read from `programFolder`.
-    void Start(const QString& iniPath, const QString& programFolder, const QString& recentPath = {});
+    // pictures are read from `pictureFolder`, or else from `programFolder`.
+    void Start(const QString& iniPath, const QString& programFolder, const QString& pictureFolder = {},
+               const QString& recentPath = {});
     // A file from outside the window: the command line, a drop, Open Recent.
     void OpenPath(const QString& path);
 

@@ -4,6 +4,7 @@
 //   file: NAME TEXT       a file of that text; \r \n \t \0 \xHH are escapes
 //   $ ARGUMENTS           runs shardles-convert ARGUMENTS in the folder, by sh
 //   sh: COMMANDS          runs the commands there, with the program in $CONVERT
+//                         and a TI-83 on a virtual link in $CALCULATOR
 //   exit: N               the status of the last run
 //   out: TEXT, err: TEXT  one line of its standard output or error, in order;
 //                         "@" stands for the folder; no such line: nothing said
@@ -79,7 +80,8 @@ TEST_P(Commands, RunAsTheCaseSays) {
             WriteFile(work.path / name, Unescaped(bytes));
         } else if (word == "$" || word == "sh:") {
             ranDry();
-            const std::string command = "cd '" + folder + "' && CONVERT='" CONVERT_EXE "' && export CONVERT && { " +
+            const std::string command = "cd '" + folder + "' && CONVERT='" CONVERT_EXE "' CALCULATOR='" FAKE_CALCULATOR
+                                        "' && export CONVERT CALCULATOR && { " +
                                         (word == "$" ? "\"$CONVERT\" " : "") + rest + "\n} >'" + folder +
                                         "/.out' 2>'" + folder + "/.err'";
             last = std::system(command.c_str());

@@ -41,7 +41,7 @@ protected:
         window->resize(1024, 740);
         window->show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
-        window->Start(PathText(dir / "info.ini"), pictures, PathText(dir / "recent.txt"));
+        window->Start(PathText(dir / "info.ini"), pictures, {}, PathText(dir / "recent.txt"));
     }
     template <typename T = QWidget>
     T* Find(const char* name) const {
@@ -96,10 +96,12 @@ TEST_F(WindowTest, ControlsAndMenusStandWithTheirCaptionsAtTheirTwipPositions) {
     EXPECT_EQ(window->paletteButton(15)->geometry(), QRect(695, 16, 41, 30));
     EXPECT_EQ(Find<QLabel>("lblBallx")->buddy(), Find("txtBallx"));
     EXPECT_EQ(window->centralWidget()->grab().toImage().pixelColor(5, 5), QColor(192, 192, 192));
-    EXPECT_EQ(Entries(window->menuBar()->actions()), "&File=mnuFile|Ed&it=mnuEdit|&Create=mnuCreate|&Tricky=mnuTrickey");
+    EXPECT_EQ(Entries(window->menuBar()->actions()),
+              "&File=mnuFile|Ed&it=mnuEdit|&Create=mnuCreate|&Tricky=mnuTrickey|&Help=mnuHelp");
     const std::pair<const char*, const char*> menus[] = {
         {"mnuFile", "&New=mnuNew|&Open=mnuOpen|Open &Recent=mnuRecent|-=|Sa&ve=mnuSaveDocument|Save &As...=mnuSaveAs|"
-                    "&Save=mnuSave|Export A&gain=mnuExportAgain|-=mnu|E&xit=mnuExit"},
+                    "&Save=mnuSave|Export A&gain=mnuExportAgain|Send to &Calculator...=mnuSendCalc|-=mnu|E&xit=mnuExit"},
+        {"mnuHelp", "&Contents=mnuContents|&About=mnuAbout"},
         {"mnuOpen", "&My File=mnuOpenMyFile|&Old My File=mnuOpenOld|&TI-83 List=mnuOpenList|"
                     "&Compiled Code=mnuOpenCode|&Source Code=mnuOpenSource"},
         {"mnuSave", "&My File=mnuSaveMyFile|&TI-83 List=mnuSaveList|&Compiled Code=mnuSaveCode|&Source Code=mnuSaveSource"},

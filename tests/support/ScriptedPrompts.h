@@ -7,6 +7,7 @@
 #include <deque>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "editor/Prompts.h"
 #include "rules/CustomPiece.h"
@@ -15,7 +16,7 @@ namespace shd::test {
 
 class ScriptedPrompts : public Prompts {
 public:
-    enum class Kind { Message, YesNo, YesNoCancel, Input, Open, Save, Picture };
+    enum class Kind { Message, YesNo, YesNoCancel, Input, Open, Save, Picture, Choose };
 
     // `text` is the message, question or input prompt, or a file dialog's
     // filter; `reply` the input typed or the path chosen.
@@ -43,6 +44,7 @@ public:
     const std::string& lastDefault() const { return lastDefault_; }
     const std::string& lastFolder() const { return lastFolder_; }
     const std::string& lastExtension() const { return lastExtension_; }
+    const std::vector<std::string>& lastItems() const { return lastItems_; }
 
     void Message(const std::string& text) override { Take(Kind::Message, text); }
     bool AskYesNo(const std::string& text) override { return Take(Kind::YesNo, text).answer == Answer::Yes; }
@@ -60,6 +62,12 @@ public:
         lastFolder_ = folder;
         lastExtension_ = extension;
         return Chosen(Take(Kind::Save, filter).reply);
+    }
+    // The choice's reply is the index chosen, "-1" for Cancel; the items shown are kept.
+    int ChooseFromList(const std::string& prompt, const std::vector<std::string>& items) override {
+        lastItems_ = items;
+        const std::string reply = Take(Kind::Choose, prompt).reply;
+        return reply.empty() ? -1 : std::stoi(reply);
     }
     bool EditPicture(CustomPieceEdit& edit) override {
         const Step step = Take(Kind::Picture, {});
@@ -91,6 +99,7 @@ private:
 
     std::deque<Step> script_;
     std::string lastDefault_, lastFolder_, lastExtension_;
+    std::vector<std::string> lastItems_;
 };
 
 }  // namespace shd::test

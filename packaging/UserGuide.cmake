@@ -1,0 +1,16 @@
+# Cuts the sections for users out of README.md into the user guide that
+# Help -> Contents shows.  cmake -DREADME=README.md -DOUT=user-guide.md -P UserGuide.cmake
+file(READ ${README} text)
+set(guide "# Shardles/Tiltbash Level Editor\n")
+foreach(section "Using the editor" "Sending to a calculator")
+  string(FIND "${text}" "\n## ${section}\n" start)
+  if(start EQUAL -1)
+    message(FATAL_ERROR "README.md has no section \"${section}\"")
+  endif()
+  math(EXPR start "${start} + 1")
+  string(SUBSTRING "${text}" ${start} -1 rest)
+  string(FIND "${rest}" "\n## " end)
+  string(SUBSTRING "${rest}" 0 ${end} part)
+  string(APPEND guide "\n${part}\n")
+endforeach()
+file(WRITE ${OUT} "${guide}")

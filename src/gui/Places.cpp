@@ -1,0 +1,31 @@
+#include "gui/Places.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include "gui/frmDev.h"
+
+namespace shd::gui {
+
+namespace {
+const QString kFolderName = QStringLiteral("shardles-editor");
+bool HoldsData(const QString& folder) { return QFileInfo::exists(QDir(folder).filePath(QStringLiteral("shdblock1.gif"))); }
+}  // namespace
+
+Places FindPlaces(const QString& programFolder) {
+    // Beside the program first, so a build folder works as it is.
+    if (HoldsData(programFolder)) return {programFolder, SettingsPath(programFolder), programFolder};
+    // The prefix the program is installed in, wherever it was moved with it.
+    QString data = QDir::cleanPath(QDir(programFolder).filePath(QStringLiteral(SHD_DATA_FROM_BIN)));
+    if (!HoldsData(data)) {
+        const QString found = QStandardPaths::locate(QStandardPaths::GenericDataLocation, kFolderName,
+                                                     QStandardPaths::LocateDirectory);
+        if (!found.isEmpty()) data = found;
+    }
+    // An installed program keeps its settings with the user even where it
+    // could write beside itself, as root can in /usr/bin.
+    return {data, SettingsPath(QString()), QDir::homePath()};
+}
+
+}  // namespace shd::gui

@@ -1,0 +1,19 @@
+// Where the editor finds what it ships with (block pictures, user guide) and
+// keeps its settings. Run from its build folder, everything is beside the
+// program; installed, the data is in the prefix's share folder and the
+// settings in the user's configuration folder.
+#pragma once
+
+#include <QString>
+
+namespace shd::gui {
+
+struct Places {
+    QString data;         // the block pictures and the user guide
+    QString settings;     // "info.ini"
+    QString startFolder;  // where the file dialogs first open
+};
+
+Places FindPlaces(const QString& programFolder);
+
+}  // namespace shd::gui
