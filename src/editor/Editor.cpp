@@ -85,8 +85,7 @@ private:
     EditorState before_;
 };
 
-Editor::Editor(Prompts& prompts, int screenWidth, int screenHeight)
-    : prompts_(prompts), screenWidth_(screenWidth), screenHeight_(screenHeight) {
+Editor::Editor(Prompts& prompts) : prompts_(prompts) {
     // Before Form_Load the window already has its design-time grid cell 0.
     set_ = shd::NewSet(GameKind::Shardles);
 }
@@ -162,8 +161,6 @@ void Editor::GetFormReady() {
     ui_.shardlesControlsVisible = shardles;
     ui_.createMenuVisible = shardles;
     ui_.gridKind = kind;
-    ui_.gridCells = LocateBoxes(RowCount(kind), kColumns, CellWidth(kind), CellCount(kind), screenWidth_,
-                                screenHeight_);
     // The recreated cells copy cell 0, which shows the empty block.
     ui_.shownPictures.assign(static_cast<std::size_t>(CellCount(kind)), 0);
     if (shardles) {
@@ -174,7 +171,6 @@ void Editor::GetFormReady() {
         m.Debugger = m.Debugger || set_.UseShardlesDebugger;
         m.MatchLocks = m.MatchLocks || set_.MatchLocksToBlocks;
     }
-    ui_.palette = PaletteLayout(kind);
     for (int code = 0; code < 16; ++code) ui_.paletteFiles[static_cast<std::size_t>(code)] = PictureFile(kind, code);
     ++ui_.paletteGeneration;
     ui_.levelEntries.clear();
@@ -255,6 +251,12 @@ void Editor::Redo() {
     EndStroke();
     if (const EditorState* state = history_.Redo()) ApplyState(*state);
 }
+
+// ---- zoom ----
+
+void Editor::ZoomIn(int fitZoom) { ui_.zoom = std::min(ZoomOf(fitZoom) + 1, kMostZoom); }
+void Editor::ZoomOut(int fitZoom) { ui_.zoom = std::max(ZoomOf(fitZoom) - 1, 1); }
+void Editor::ZoomToFit() { ui_.zoom = 0; }
 
 // ---- the Tricky menu ----
 

@@ -45,8 +45,7 @@ using CellLocator = std::function<int(Point)>;
 
 class Editor {
 public:
-    // `screenWidth`/`screenHeight` in twips, for centring the grid.
-    Editor(Prompts& prompts, int screenWidth, int screenHeight);
+    explicit Editor(Prompts& prompts);
 
     const LevelSet& set() const { return set_; }
     const WindowState& ui() const { return ui_; }
@@ -125,6 +124,14 @@ public:
     void mnuSendCalc_Click(CalculatorLink& link);
     void mnuAbout_Click();
 
+    // Zoom. The grid follows the window at the largest multiple of its
+    // pictures that fits (`fitZoom`, which the window measures) until a
+    // zoom is chosen; fitting again follows the window again.
+    void ZoomIn(int fitZoom);
+    void ZoomOut(int fitZoom);
+    void ZoomToFit();
+    int ZoomOf(int fitZoom) const { return ui_.zoom > 0 ? ui_.zoom : fitZoom; }
+
     // Undo and redo: every change to the set is one step.
     bool CanUndo() const { return history_.CanUndo(); }
     bool CanRedo() const { return history_.CanRedo(); }
@@ -166,8 +173,6 @@ private:
     void AdoptSet(LevelSet&& set);
 
     Prompts& prompts_;
-    int screenWidth_;
-    int screenHeight_;
     LevelSet set_;
     WindowState ui_;
     std::string lastFolder_;

@@ -23,6 +23,16 @@ struct MenuMarks {
 // The picture a grid cell shows: a palette code 0..15, or kUnknownPicture for a code a damaged file brought.
 inline constexpr int kUnknownPicture = -1;
 
+// What a press on the grid does.
+enum class Tool { Pencil, Rectangle, Fill, Select };
+
+// A rectangle of cells; empty when it has no columns or no rows.
+struct CellRange {
+    int column = 0, row = 0, columns = 0, rows = 0;
+    bool empty() const { return columns <= 0 || rows <= 0; }
+    bool operator==(const CellRange&) const = default;
+};
+
 struct WindowState {
     int SelectedBlock = 0;
     int focusedPalette = -1;  // the palette button that should have the focus, -1 none
@@ -38,10 +48,12 @@ struct WindowState {
     bool unusedMenuVisible = true;      // "&Unused Shardles" in the Tricky menu
     bool optionsMenuVisible = true;     // "&Shardles Options" in the Tricky menu
 
-    GameKind gridKind = GameKind::Shardles;  // the kind the grid and palette were laid out for
-    std::vector<TwipRect> gridCells;
+    GameKind gridKind = GameKind::Shardles;  // the kind the grid and palette were made for
     std::vector<int> shownPictures;          // per grid cell: the code whose picture it shows
-    std::array<TwipRect, 16> palette{};
+    Tool tool = Tool::Pencil;
+    CellRange selection;  // the selected cells, shown outlined
+    CellRange preview;    // the rectangle a Rectangle drag would fill, while it is dragged
+    int zoom = 0;                            // the grid's multiple of its pictures; 0 follows the window
     std::array<std::string, 16> paletteFiles;
     int paletteGeneration = 0;               // grows each time the palette pictures are (re)loaded
 

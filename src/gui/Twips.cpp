@@ -24,9 +24,4 @@ QRect ScreenMetrics::Rect(const TwipRect& r) const {
     return QRect(left, top, X(r.left + r.width) - left, Y(r.top + r.height) - top);
 }
 
-int ScreenMetrics::WidthInTwips() const { return static_cast<int>(std::lround(pixels.width() * 1440.0 / dpiX)); }
-int ScreenMetrics::HeightInTwips() const {
-    return static_cast<int>(std::lround(pixels.height() * 1440.0 / dpiY));
-}
-
 }  // namespace shd::gui

@@ -5,11 +5,14 @@
 #include <QRect>
 #include <QSize>
 
-#include "editor/Layout.h"
-
 class QScreen;
 
 namespace shd::gui {
+
+struct TwipRect {
+    int left = 0, top = 0, width = 0, height = 0;
+    bool operator==(const TwipRect&) const = default;
+};
 
 struct ScreenMetrics {
     double dpiX = 96;
@@ -23,8 +26,6 @@ struct ScreenMetrics {
     // Edges are converted, not sizes, so cells laid side by side stay seamless.
     QRect Rect(const TwipRect& r) const;
     QRect Rect(int left, int top, int width, int height) const { return Rect(TwipRect{left, top, width, height}); }
-    int WidthInTwips() const;
-    int HeightInTwips() const;
 };
 
 }  // namespace shd::gui

@@ -4,6 +4,8 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPen>
+#include <QWheelEvent>
 #include <QRegion>
 #include <QStyleOptionFocusRect>
 #include <qdrawutil.h>
@@ -22,7 +24,9 @@ PaletteButton::PaletteButton(int index, QWidget* parent) : QAbstractButton(paren
 
 void PaletteButton::setPicture(const QPixmap& picture) {
     if (picture_.cacheKey() == picture.cacheKey()) return;
+    const bool resized = picture.size() != picture_.size();
     picture_ = picture;
+    if (resized) updateGeometry();
     update();
 }
 
@@ -67,46 +71,65 @@ void PaletteButton::keyPressEvent(QKeyEvent* event) {
 PictureGrid::PictureGrid(QWidget* parent) : QWidget(parent) {
     // Clicking the grid takes the focus from a text box, so typed digits choose blocks.
     setFocusPolicy(Qt::ClickFocus);
+    // Moves without a button name the cell under the pointer.
+    setMouseTracking(true);
+    setShape(ShapeOf(GameKind::Shardles), 1);
 }
 
-void PictureGrid::setCells(const std::vector<QRect>& cells) {
-    QRect bounds;
-    for (const QRect& cell : cells) bounds |= cell;
-    const bool same = bounds == geometry() && cells.size() == cells_.size() &&
-                      std::equal(cells.begin(), cells.end(), cells_.begin(),
-                                 [&](const QRect& cell, const Cell& had) { return cell.translated(-bounds.topLeft()) == had.rect; });
-    if (same) return;
-    cells_.resize(cells.size());
-    QRegion covered;
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        cells_[i].rect = cells[i].translated(-bounds.topLeft());
-        covered += cells_[i].rect;
-    }
-    setGeometry(bounds);
-    // Where no cell stands, presses belong to what is under the grid.
-    if (covered == QRegion(rect())) clearMask();
-    else setMask(covered);
+void PictureGrid::setShape(const GridShape& shape, int zoom) {
+    const auto count = static_cast<std::size_t>(shape.columns * shape.rows);
+    if (shape == shape_ && zoom == zoom_ && pictures_.size() == count) return;
+    shape_ = shape;
+    zoom_ = zoom;
+    pictures_.resize(count);
+    setFixedSize(shape.columns * shape.pictureWidth * zoom, shape.rows * shape.pictureHeight * zoom);
     update();
 }
 
-int PictureGrid::cellAt(QPoint position) const {
-    for (std::size_t i = 0; i < cells_.size(); ++i)
-        if (cells_[i].rect.contains(position)) return static_cast<int>(i);
-    return -1;
+QRect PictureGrid::cellRect(int index) const {
+    const int width = shape_.pictureWidth * zoom_, height = shape_.pictureHeight * zoom_;
+    return {index % shape_.columns * width, index / shape_.columns * height, width, height};
 }
 
+int PictureGrid::cellAt(QPoint position) const { return CellAt(shape_, zoom_, {position.x(), position.y()}); }
+
 void PictureGrid::setPicture(int index, const QPixmap& picture) {
-    Cell& cell = cells_[static_cast<std::size_t>(index)];
-    if (cell.picture.cacheKey() == picture.cacheKey()) return;
-    cell.picture = picture;
-    update(cell.rect);
+    QPixmap& shown = pictures_[static_cast<std::size_t>(index)];
+    if (shown.cacheKey() == picture.cacheKey()) return;
+    shown = picture;
+    update(cellRect(index));
+}
+
+QRect PictureGrid::RangeRect(const CellRange& range) const {
+    if (range.empty()) return {};
+    const QRect first = cellRect(range.row * shape_.columns + range.column);
+    return {first.topLeft(), QSize(first.width() * range.columns, first.height() * range.rows)};
+}
+
+void PictureGrid::setMarks(const CellRange& selection, const CellRange& preview) {
+    if (selection == selection_ && preview == preview_) return;
+    // Only the cells under the old and new outlines are drawn again.
+    for (const QRect& r : {RangeRect(selection_), RangeRect(preview_), RangeRect(selection), RangeRect(preview)})
+        if (!r.isEmpty()) update(r);
+    selection_ = selection;
+    preview_ = preview;
 }
 
 void PictureGrid::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    for (const Cell& cell : cells_)
-        if (event->rect().intersects(cell.rect)) painter.drawPixmap(cell.rect, cell.picture);
+    // Whole multiples need no smoothing, and stay sharp without it.
+    for (int i = 0; i < count(); ++i) {
+        const QRect cell = cellRect(i);
+        if (event->rect().intersects(cell)) painter.drawPixmap(cell, pictures_[static_cast<std::size_t>(i)]);
+    }
+    auto outline = [&](const CellRange& range, const QColor& colour, Qt::PenStyle style) {
+        if (range.empty()) return;
+        painter.setPen(QPen(colour, 2, style));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(RangeRect(range).adjusted(1, 1, -1, -1));
+    };
+    outline(preview_, QColor(0, 0, 160), Qt::SolidLine);
+    outline(selection_, QColor(0, 0, 0), Qt::DashLine);
 }
 
 void PictureGrid::mousePressEvent(QMouseEvent* event) {
@@ -115,13 +138,14 @@ void PictureGrid::mousePressEvent(QMouseEvent* event) {
         event->ignore();
         return;
     }
-    emit pressed(index, event->button(), event->buttons(), event->globalPosition().toPoint());
+    Hover(-1);
+    emit pressed(index, event->button(), event->buttons(), event->position().toPoint());
     event->accept();
 }
 
 void PictureGrid::mouseMoveEvent(QMouseEvent* event) {
-    // Without mouse tracking, moves come only while a button is down.
-    emit dragged(event->globalPosition().toPoint(), event->buttons());
+    if (event->buttons() == Qt::NoButton) Hover(cellAt(event->position().toPoint()));
+    else emit dragged(event->position().toPoint(), event->buttons());
     event->accept();
 }
 
@@ -130,9 +154,55 @@ void PictureGrid::mouseReleaseEvent(QMouseEvent* event) {
     event->accept();
 }
 
+void PictureGrid::leaveEvent(QEvent*) { Hover(-1); }
+
+void PictureGrid::Hover(int index) {
+    if (index == hovered_) return;
+    hovered_ = index;
+    emit hovered(index);
+}
+
 void PictureGrid::keyPressEvent(QKeyEvent* event) {
     if (const int code = PaletteCodeOfKey(*event); code >= 0) emit codeTyped(code);
     else emit keyDown(VirtualKey(*event));
+    event->accept();
+}
+
+// ---- GridView ----
+
+GridView::GridView(QWidget* parent) : QScrollArea(parent), grid_(new PictureGrid(this)) {
+    setFrameShape(QFrame::NoFrame);
+    // The window's grey shows around the grid.
+    setBackgroundRole(QPalette::Window);
+    viewport()->setBackgroundRole(QPalette::Window);
+    setAlignment(Qt::AlignCenter);
+    setWidget(grid_);
+}
+
+int GridView::fitZoom() const {
+    return FitZoom(grid_->shape(), viewport()->width(), viewport()->height());
+}
+
+QSize GridView::minimumSizeHint() const {
+    const GridShape& s = grid_->shape();
+    return {s.columns * s.pictureWidth, s.rows * s.pictureHeight};
+}
+
+void GridView::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    emit resized();
+}
+
+void GridView::wheelEvent(QWheelEvent* event) {
+    if (!(event->modifiers() & Qt::ControlModifier)) {
+        QScrollArea::wheelEvent(event);
+        return;
+    }
+    // One notch is 120; a touchpad's small steps add up to one.
+    wheel_ += event->angleDelta().y();
+    const int steps = wheel_ / 120;
+    wheel_ -= steps * 120;
+    if (steps != 0) emit zoomBy(steps);
     event->accept();
 }
 
@@ -151,8 +221,10 @@ void ClickLabel::mouseReleaseEvent(QMouseEvent* event) {
 // ---- Background ----
 
 void Background::mousePressEvent(QMouseEvent* event) {
-    // A press a control let through (a label, say) is not a press on the background.
-    if (childAt(event->position().toPoint()) == nullptr)
+    // A press a control let through (a label, say) is not a press on the
+    // background; the grey around the grid is.
+    const QWidget* under = childAt(event->position().toPoint());
+    if (under == nullptr || qobject_cast<const GridView*>(under->parentWidget()))
         emit pressed(event->button(), event->globalPosition().toPoint());
     event->accept();
 }

@@ -9,7 +9,7 @@
 #include <QMimeData>
 #include <QComboBox>
 #include <QDir>
-#include <QFontMetrics>
+#include <QBoxLayout>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
@@ -50,42 +50,20 @@ int ButtonsOf(Qt::MouseButtons held) {
     return bits;
 }
 
-// A caption of the client area and where its control stands.
-struct Caption {
-    const char* name;
-    const char* text;
-    TwipRect place;
-};
-constexpr Caption kLblTitle{"lblTitle", "&Level Name", {2115, 1080, 2160, 255}};
-constexpr Caption kLblLevel{"lblLevel", "Number of Levels: 255", {4680, 1080, 2115, 255}};  // its widest text
-constexpr Caption kLblLevels{"lblLevels", "Current Level/Change Level", {7320, 1080, 2295, 255}};
-constexpr Caption kLblBonus{"lblBonus", "&Bonus Clock start number", {720, 2640, 1815, 255}};
-constexpr Caption kLblExLife{"lblExLife", "&Extra Life Point Number:", {720, 4200, 1815, 255}};
-constexpr Caption kLblBallx{"lblBallx", "Ball starts to the &right:", {9360, 2640, 1575, 255}};
-constexpr Caption kLblBally{"lblBally", "Ball starts &down:", {9480, 4200, 1335, 255}};
-constexpr Caption kCmdAddLev{"cmdAddLev", "Add a Level", {4680, 1560, 1000, 375}};
-constexpr Caption kCmdLoseLev{"cmdLoseLev", "Lose a  Level", {5680, 1560, 1115, 375}};
-constexpr Caption kLabels[] = {kLblTitle, kLblLevel, kLblLevels, kLblBonus, kLblExLife, kLblBallx, kLblBally};
-constexpr Caption kButtons[] = {kCmdAddLev, kCmdLoseLev};
-
-QLabel* MakeLabel(QWidget* parent, const Caption& caption, const ScreenMetrics& m) {
-    auto* label = new QLabel(parent);
-    label->setObjectName(QString::fromLatin1(caption.name));
+QLabel* MakeLabel(QWidget* parent, const char* name, const char* text) {
+    auto* label = new QLabel(QString::fromLatin1(text), parent);
+    label->setObjectName(QString::fromLatin1(name));
     label->setTextFormat(Qt::PlainText);
-    label->setText(QString::fromLatin1(caption.text));
-    label->setGeometry(m.Rect(caption.place));
     return label;
 }
 
-QPushButton* MakeButton(QWidget* parent, const Caption& caption, const ScreenMetrics& m) {
-    auto* button = new QPushButton(QString::fromLatin1(caption.text), parent);
-    button->setObjectName(QString::fromLatin1(caption.name));
-    button->setGeometry(m.Rect(caption.place));
+QPushButton* MakeButton(QWidget* parent, const char* name, const char* text) {
+    auto* button = new QPushButton(QString::fromLatin1(text), parent);
+    button->setObjectName(QString::fromLatin1(name));
     return button;
 }
 
-QComboBox* MakeCombo(QWidget* parent, const char* name, const QStringList& items, const ScreenMetrics& m,
-                     TwipRect place) {
+QComboBox* MakeCombo(QWidget* parent, const char* name, const QStringList& items) {
     auto* combo = new QComboBox(parent);
     combo->setObjectName(QString::fromLatin1(name));
     // Editable by giving it its line edit: setEditable(true) would also build
@@ -97,38 +75,22 @@ QComboBox* MakeCombo(QWidget* parent, const char* name, const QStringList& items
     combo->setCompleter(nullptr);
     combo->setInsertPolicy(QComboBox::NoInsert);
     combo->addItems(items);
-    combo->setGeometry(m.Rect(place));
     return combo;
 }
 
-QLineEdit* MakeTextBox(QWidget* parent, const char* name, const char* text, const ScreenMetrics& m,
-                       TwipRect place) {
+QLineEdit* MakeTextBox(QWidget* parent, const char* name, const char* text) {
     auto* box = new QLineEdit(QString::fromLatin1(text), parent);
     box->setObjectName(QString::fromLatin1(name));
-    box->setGeometry(m.Rect(place));
     return box;
 }
 
-// The captions stand in controls sized for a small, narrow sans serif: take
-// the desktop's sans serif narrowed, at 8 points or as much less as it takes
-// for every caption to fit.
-QFont FittingFont(const ScreenMetrics& m) {
-    std::vector<std::pair<QString, int>> captions;
-    for (const Caption& label : kLabels)
-        captions.emplace_back(QString::fromLatin1(label.text).remove(QLatin1Char('&')), m.Rect(label.place).width());
-    for (const Caption& button : kButtons)
-        captions.emplace_back(QString::fromLatin1(button.text), m.Rect(button.place).width() - 2 * kButtonPadding);
-    QFont font = QApplication::font();
-    font.setStretch(QFont::Condensed);
-    const int largest = std::max(8, m.Y(160));  // 8 points
-    for (int pixels = largest; pixels >= 8; --pixels) {
-        font.setPixelSize(pixels);
-        const QFontMetrics fm(font);
-        bool fits = true;
-        for (const auto& [caption, room] : captions) fits = fits && fm.horizontalAdvance(caption) <= room;
-        if (fits) break;
-    }
-    return font;
+// A caption over its control, as one column of the window.
+QVBoxLayout* Captioned(QLabel* label, QWidget* control) {
+    auto* column = new QVBoxLayout;
+    column->setSpacing(2);
+    column->addWidget(label);
+    column->addWidget(control);
+    return column;
 }
 
 // Rewrites a box only when the state says something else, so typing is left alone.
@@ -164,7 +126,7 @@ frmDev::frmDev(Prompts* prompts, std::optional<ScreenMetrics> metrics, QWidget* 
       metrics_(metrics ? *metrics : ScreenMetrics::Of(nullptr)),
       ownPrompts_(prompts ? nullptr : std::make_unique<QtPrompts>(this, metrics_)),
       prompts_(std::make_unique<SyncingPrompts>(prompts ? *prompts : *ownPrompts_, [this] { SyncFromState(); })),
-      editor_(*prompts_, metrics_.WidthInTwips(), metrics_.HeightInTwips()) {
+      editor_(*prompts_) {
     setObjectName(QStringLiteral("frmDev"));
     setAcceptDrops(true);
     QPalette grey = palette();
@@ -174,60 +136,102 @@ frmDev::frmDev(Prompts* prompts, std::optional<ScreenMetrics> metrics, QWidget* 
     // The window's own grey shows through the client area: filling it again
     // would go over the whole screen a second time.
     background_ = new Background(this);
-    // Given before the controls are made, so they take it as they are made
-    // rather than each redoing its text for a change of font.
-    background_->setFont(FittingFont(metrics_));
     setCentralWidget(background_);
     connect(background_, &Background::pressed, this, &frmDev::BackgroundPressed);
 
+    BuildStatusBar();
     BuildControls();
     BuildGrid();
     BuildMenus();
-    BuildStatusBar();
     Sync(false);
 }
 
 frmDev::~frmDev() = default;
 
 void frmDev::BuildControls() {
-    const ScreenMetrics& m = metrics_;
+    // Top to bottom: the palette, the set's title and levels, then the grid
+    // with the Shardles settings on either side of it.
+    auto* paletteRow = new QHBoxLayout;
+    paletteRow->setSpacing(0);
+    paletteRow->addStretch();
     auto* group = new QButtonGroup(this);
     group->setExclusive(true);
     for (int code = 0; code < 16; ++code) {
         auto* button = new PaletteButton(code, background_);
         button->setObjectName(QStringLiteral("optBlocks%1").arg(code));
         group->addButton(button, code);
+        paletteRow->addWidget(button);
         connect(button, &QAbstractButton::clicked, this, [this, code] { Run([&] { editor_.optBlocks_Click(code); }); });
         connect(button, &PaletteButton::keyDown, this,
                 [this](int key) { Run([&] { editor_.optBlocks_KeyDown(key); }, true); });
         connect(button, &PaletteButton::codeTyped, this, &frmDev::ChooseTypedCode);
         palette_[static_cast<std::size_t>(code)] = button;
     }
+    paletteRow->addStretch();
 
-    lblTitle_ = MakeLabel(background_, kLblTitle, m);
-    txtTitle_ = MakeTextBox(background_, "txtTitle", "Please Add a title", m, {2115, 1560, 2160, 285});
+    lblTitle_ = MakeLabel(background_, "lblTitle", "&Level Name");
+    txtTitle_ = MakeTextBox(background_, "txtTitle", "Please Add a title");
     lblTitle_->setBuddy(txtTitle_);
-    lblLevel_ = MakeLabel(background_, kLblLevel, m);
-    cmdAddLev_ = MakeButton(background_, kCmdAddLev, m);
-    cmdLoseLev_ = MakeButton(background_, kCmdLoseLev, m);
-    lblLevels_ = MakeLabel(background_, kLblLevels, m);
-    cmbLevels_ = MakeCombo(background_, "cmbLevels", {QStringLiteral("Level 1")}, m, {7320, 1560, 2295, 315});
-    lblBonus_ = MakeLabel(background_, kLblBonus, m);
+    lblLevel_ = MakeLabel(background_, "lblLevel", "Number of Levels: 255");
+    cmdAddLev_ = MakeButton(background_, "cmdAddLev", "Add a Level");
+    cmdLoseLev_ = MakeButton(background_, "cmdLoseLev", "Lose a  Level");
+    lblLevels_ = MakeLabel(background_, "lblLevels", "Current Level/Change Level");
+    cmbLevels_ = MakeCombo(background_, "cmbLevels", {QStringLiteral("Level 1")});
+    lblBonus_ = MakeLabel(background_, "lblBonus", "&Bonus Clock start number");
     cmbBonus_ = MakeCombo(background_, "cmbBonus",
-                          {QStringLiteral("30"), QStringLiteral("60"), QStringLiteral("90"), QStringLiteral("120")},
-                          m, {720, 3120, 1815, 315});
+                          {QStringLiteral("30"), QStringLiteral("60"), QStringLiteral("90"), QStringLiteral("120")});
     lblBonus_->setBuddy(cmbBonus_);
-    lblExLife_ = MakeLabel(background_, kLblExLife, m);
+    lblExLife_ = MakeLabel(background_, "lblExLife", "&Extra Life Point Number:");
     QStringList points;
     for (int p = 100; p <= 800; p += 100) points << QString::number(p);
-    cmbExLife_ = MakeCombo(background_, "cmbExLife", points, m, {720, 4680, 1815, 315});
+    cmbExLife_ = MakeCombo(background_, "cmbExLife", points);
     lblExLife_->setBuddy(cmbExLife_);
-    lblBallx_ = MakeLabel(background_, kLblBallx, m);
-    txtBallx_ = MakeTextBox(background_, "txtBallx", "", m, {9480, 3120, 1335, 315});
+    lblBallx_ = MakeLabel(background_, "lblBallx", "Ball starts to the &right:");
+    txtBallx_ = MakeTextBox(background_, "txtBallx", "");
     lblBallx_->setBuddy(txtBallx_);
-    lblBally_ = MakeLabel(background_, kLblBally, m);
-    txtBally_ = MakeTextBox(background_, "txtBally", "", m, {9480, 4680, 1335, 315});
+    lblBally_ = MakeLabel(background_, "lblBally", "Ball starts &down:");
+    txtBally_ = MakeTextBox(background_, "txtBally", "");
     lblBally_->setBuddy(txtBally_);
+
+    // The level count's label keeps the width of its widest text.
+    lblLevel_->setMinimumWidth(lblLevel_->sizeHint().width());
+    auto* levelButtons = new QHBoxLayout;
+    levelButtons->setSpacing(0);
+    levelButtons->addWidget(cmdAddLev_);
+    levelButtons->addWidget(cmdLoseLev_);
+    auto* levelCount = new QVBoxLayout;
+    levelCount->setSpacing(2);
+    levelCount->addWidget(lblLevel_);
+    levelCount->addLayout(levelButtons);
+    auto* setRow = new QHBoxLayout;
+    setRow->addStretch();
+    setRow->addLayout(Captioned(lblTitle_, txtTitle_));
+    setRow->addSpacing(24);
+    setRow->addLayout(levelCount);
+    setRow->addSpacing(24);
+    setRow->addLayout(Captioned(lblLevels_, cmbLevels_));
+    setRow->addStretch();
+    for (auto* top : {lblTitle_, lblLevel_, lblLevels_}) top->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
+
+    auto side = [this](QLabel* first, QWidget* firstBox, QLabel* second, QWidget* secondBox) {
+        auto* column = new QVBoxLayout;
+        column->addLayout(Captioned(first, firstBox));
+        column->addSpacing(16);
+        column->addLayout(Captioned(second, secondBox));
+        column->addStretch();
+        return column;
+    };
+    gridView_ = new GridView(background_);
+    gridView_->setObjectName(QStringLiteral("gridView"));
+    auto* body = new QHBoxLayout;
+    body->addLayout(side(lblBonus_, cmbBonus_, lblExLife_, cmbExLife_));
+    body->addWidget(gridView_, 1);
+    body->addLayout(side(lblBallx_, txtBallx_, lblBally_, txtBally_));
+
+    auto* outer = new QVBoxLayout(background_);
+    outer->addLayout(paletteRow);
+    outer->addLayout(setRow);
+    outer->addLayout(body, 1);
 
     connect(cmdAddLev_, &QPushButton::clicked, this, [this] { Run([&] { editor_.cmdAddLev_Click(); }); });
     connect(cmdLoseLev_, &QPushButton::clicked, this, [this] { Run([&] { editor_.cmdLoseLev_Click(); }); });
@@ -248,9 +252,8 @@ void frmDev::BuildControls() {
     for (QLineEdit* box : {txtTitle_, txtBallx_, txtBally_}) box->installEventFilter(this);
 }
 
-// Made after the controls, so it stands above any of them it overlaps on a small screen.
 void frmDev::BuildGrid() {
-    grid_ = new PictureGrid(background_);
+    grid_ = gridView_->grid();
     grid_->setObjectName(QStringLiteral("pctBox"));
     connect(grid_, &PictureGrid::pressed, this, &frmDev::CellPressed);
     connect(grid_, &PictureGrid::dragged, this, &frmDev::CellDragged);
@@ -258,9 +261,20 @@ void frmDev::BuildGrid() {
         if (const auto b = ButtonOf(button)) editor_.ReleaseButton(*b);
         Sync(false);
     });
+    connect(grid_, &PictureGrid::hovered, this, [this](int index) {
+        statusCell_->setText(ToQt(CellText(editor_.set(), index)));
+    });
     connect(grid_, &PictureGrid::codeTyped, this, &frmDev::ChooseTypedCode);
     // Any other key acts as on the palette, so Left and Right still step after painting.
     connect(grid_, &PictureGrid::keyDown, this, [this](int key) { Run([&] { editor_.optBlocks_KeyDown(key); }, true); });
+    // The grid follows the room it is given until a zoom is chosen.
+    connect(gridView_, &GridView::resized, this, &frmDev::SyncZoom);
+    connect(gridView_, &GridView::zoomBy, this, [this](int steps) {
+        const int fit = gridView_->fitZoom();
+        Run([&] {
+            for (int i = 0; i < std::abs(steps); ++i) steps > 0 ? editor_.ZoomIn(fit) : editor_.ZoomOut(fit);
+        });
+    });
 }
 
 QMenu* frmDev::AddMenu(QWidget* parent, const char* caption, const char* name) {
@@ -339,6 +353,18 @@ void frmDev::BuildMenus() {
     mnuRedo_->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
     connect(mnuRedo_, &QAction::triggered, this, [this] { Run([&] { editor_.Redo(); }); });
 
+    // Zooming needs the room the grid has now, which only the window knows.
+    QMenu* mnuView = AddMenu(bar, "&View", "mnuView");
+    auto zoom = [this](void (Editor::*step)(int)) {
+        return [this, step] { (editor_.*step)(gridView_->fitZoom()); };
+    };
+    AddAction(mnuView, "Zoom &In", "mnuZoomIn", zoom(&Editor::ZoomIn))
+        ->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    AddAction(mnuView, "Zoom &Out", "mnuZoomOut", zoom(&Editor::ZoomOut))
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Minus));
+    AddAction(mnuView, "&Fit to Window", "mnuZoomFit", [&e] { e.ZoomToFit(); })
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_0));
+
     mnuCreate_ = AddMenu(bar, "&Create", "mnuCreate");
     AddAction(mnuCreate_, "&Normal Shardle", "mnuCreateNormShd", [&e] { e.mnuCreateNormShd_Click(); });
     AddAction(mnuCreate_, "&Changer Shardle", "mnuCreateChangeShd", [&e] { e.mnuCreateChangeShd_Click(); });
@@ -389,6 +415,10 @@ void frmDev::BuildStatusBar() {
     // How the last read or write ended on the left, where the level stands on the right.
     statusLine_ = label("statusLine");
     bar->addWidget(statusLine_, 1);
+    statusCell_ = label("statusCell");
+    bar->addPermanentWidget(statusCell_);
+    statusZoom_ = label("statusZoom");
+    bar->addPermanentWidget(statusZoom_);
     statusLevel_ = label("statusLevel");
     bar->addPermanentWidget(statusLevel_);
     statusBlocks_ = label("statusBlocks");
@@ -449,8 +479,8 @@ void frmDev::Sync(bool focusPalette) {
     }
     for (int code = 0; code < 16; ++code) {
         PaletteButton* button = palette_[static_cast<std::size_t>(code)];
-        button->setGeometry(metrics_.Rect(ui.palette[static_cast<std::size_t>(code)]));
         button->setPicture(pictures_.Of(code));
+        button->setToolTip(ToQt(BlockTip(ui.gridKind, code)));
         // Like a group of option buttons, the palette is one stop for Tab: its chosen button.
         button->setFocusPolicy(code == ui.SelectedBlock ? Qt::StrongFocus : Qt::ClickFocus);
     }
@@ -481,20 +511,30 @@ void frmDev::Sync(bool focusPalette) {
 
 void frmDev::SyncGrid() {
     const WindowState& ui = editor_.ui();
-    const std::size_t count = ui.gridCells.size();
-    std::vector<QRect> cells;
-    cells.reserve(count);
-    for (const TwipRect& cell : ui.gridCells) cells.push_back(metrics_.Rect(cell));
-    grid_->setCells(cells);
+    SyncZoom();
+    const std::size_t count = static_cast<std::size_t>(grid_->count());
     for (std::size_t i = 0; i < count; ++i) {
         const int code = i < ui.shownPictures.size() ? ui.shownPictures[i] : 0;
         grid_->setPicture(static_cast<int>(i), pictures_.Of(code));
     }
+    grid_->setMarks(ui.selection, ui.preview);
+}
+
+// The grid's shape and zoom, which change with the game, a chosen zoom and the room it has.
+void frmDev::SyncZoom() {
+    const WindowState& ui = editor_.ui();
+    grid_->setShape(ShapeOf(ui.gridKind), 1);  // what the fit is measured for
+    const int fit = gridView_->fitZoom();
+    const int zoom = editor_.ZoomOf(fit);
+    grid_->setShape(ShapeOf(ui.gridKind), zoom);
+    statusZoom_->setText(ToQt(ZoomText(zoom, ui.zoom == 0)));
 }
 
 int frmDev::cellCount() const { return grid_->count(); }
 
-QRect frmDev::cellGeometry(int index) const { return grid_->cellRect(index).translated(grid_->pos()); }
+QRect frmDev::cellGeometry(int index) const {
+    return QRect(grid_->mapTo(this, grid_->cellRect(index).topLeft()), grid_->cellRect(index).size());
+}
 
 void frmDev::SyncTexts() {
     const WindowState& ui = editor_.ui();
@@ -538,18 +578,16 @@ void frmDev::SyncStatus() {
 
 // The stroke's rules are the editor's; the grid reports where the pointer
 // went, in the window's client area, and which cell lies there.
-void frmDev::CellPressed(int index, Qt::MouseButton button, Qt::MouseButtons held, QPoint globalPosition) {
+void frmDev::CellPressed(int index, Qt::MouseButton button, Qt::MouseButtons held, QPoint position) {
     const auto b = ButtonOf(button);
     if (!b) return;
-    const QPoint at = background_->mapFromGlobal(globalPosition);
-    editor_.PressCell(index, {at.x(), at.y()}, *b, ButtonsOf(held));
+    editor_.PressCell(index, {position.x(), position.y()}, *b, ButtonsOf(held));
     Sync(false);
 }
 
-void frmDev::CellDragged(QPoint globalPosition, Qt::MouseButtons held) {
-    const QPoint at = background_->mapFromGlobal(globalPosition);
-    editor_.DragTo({at.x(), at.y()}, ButtonsOf(held),
-                   [this](Point p) { return grid_->cellAt(QPoint(p.x, p.y) - grid_->pos()); });
+void frmDev::CellDragged(QPoint position, Qt::MouseButtons held) {
+    editor_.DragTo({position.x(), position.y()}, ButtonsOf(held),
+                   [this](Point p) { return grid_->cellAt(QPoint(p.x, p.y)); });
     Sync(false);
 }
 

@@ -26,6 +26,7 @@ namespace shd::gui {
 
 class Background;
 class PaletteButton;
+class GridView;
 class PictureGrid;
 
 // Where "info.ini" lives: beside the program, or in the user's configuration
@@ -55,8 +56,9 @@ public:
     const BlockPictures& pictures() const { return pictures_; }
 
     PaletteButton* paletteButton(int code) const { return palette_[static_cast<std::size_t>(code)]; }
-    // The grid cells pctBox 0 to cellCount() - 1, drawn by one widget.
+    // The grid cells pctBox 0 to cellCount() - 1, drawn by one widget in the room the controls leave.
     PictureGrid* grid() const { return grid_; }
+    GridView* gridView() const { return gridView_; }
     int cellCount() const;
     // Where a cell stands on the window's client area, as a control of its own would.
     QRect cellGeometry(int index) const;
@@ -89,8 +91,9 @@ private:
     void SyncStatus();
     void ListRecentFiles();
 
-    void CellPressed(int index, Qt::MouseButton button, Qt::MouseButtons held, QPoint globalPosition);
-    void CellDragged(QPoint globalPosition, Qt::MouseButtons held);
+    void CellPressed(int index, Qt::MouseButton button, Qt::MouseButtons held, QPoint position);
+    void CellDragged(QPoint position, Qt::MouseButtons held);
+    void SyncZoom();
     void ChooseTypedCode(int code);
     void BackgroundPressed(Qt::MouseButton button, QPoint globalPosition);
 
@@ -108,11 +111,14 @@ private:
     QAction* mnuExportAgain_ = nullptr;
     QMenu* mnuRecent_ = nullptr;
     QLabel* statusLine_ = nullptr;
+    QLabel* statusCell_ = nullptr;
+    QLabel* statusZoom_ = nullptr;
     QLabel* statusLevel_ = nullptr;
     QLabel* statusBlocks_ = nullptr;
 
     Background* background_ = nullptr;
     std::array<PaletteButton*, 16> palette_{};
+    GridView* gridView_ = nullptr;
     PictureGrid* grid_ = nullptr;
     QLabel* lblTitle_ = nullptr;
     QLineEdit* txtTitle_ = nullptr;

@@ -27,7 +27,7 @@ const char* kSourceOpen = "TI-83 Source Files (*.z80, *.asm)|*.z80;*.asm";
 // An editor started as the program starts it, on a screen of 15360 x 11520 twips.
 class EditorTest : public testing::Test {
 protected:
-    EditorTest() : editor(prompts, 15360, 11520) { editor.FormLoad(dir / "info.ini", dir.path, dir / "recent.txt"); }
+    EditorTest() : editor(prompts) { editor.FormLoad(dir / "info.ini", dir.path, dir / "recent.txt"); }
     ~EditorTest() override { EXPECT_TRUE(prompts.done()) << "prompts the test expected were not shown"; }
 
     const LevelSet& set() const { return editor.set(); }
@@ -70,9 +70,7 @@ protected:
 
 TEST_F(EditorTest, StartsWithANewShardlesSetAndNewSetsLayOutTheirKind) {
     EXPECT_EQ(JsonOf(set()), JsonOf(NewSet(GameKind::Shardles)));
-    EXPECT_EQ(ui().gridCells[0], (TwipRect{5280, 3735, 600, 445}));  // centred, 200 twips low
-    EXPECT_EQ(ui().gridCells[9], (TwipRect{5880, 4180, 600, 445}));
-    EXPECT_EQ(ui().palette[15], (TwipRect{10425, 240, 615, 445}));
+    EXPECT_EQ(ui().shownPictures.size(), 80u);
     EXPECT_EQ(ui().levelEntries, std::vector<std::string>{"Level 1"});
     EXPECT_EQ(ui().levelText + "|" + ui().levelCountLabel, "Level 1|Number of Levels: 1");
     EXPECT_EQ(ui().marks, (MenuMarks{.MatchLocks = true, .Debugger = true}));
@@ -87,9 +85,8 @@ TEST_F(EditorTest, StartsWithANewShardlesSetAndNewSetsLayOutTheirKind) {
     Discard();
     editor.mnuNewTil_Click();
     EXPECT_EQ(JsonOf(set()), JsonOf(NewSet(GameKind::Tiltbash)));
-    EXPECT_EQ(ui().gridCells.size(), 64u);
-    EXPECT_EQ(ui().gridCells[0], (TwipRect{5040, 4180, 660, 445}));
-    EXPECT_EQ(ui().palette[15], (TwipRect{10390, 240, 650, 445}));
+    EXPECT_EQ(ui().shownPictures.size(), 64u);
+    EXPECT_EQ(ui().gridKind, GameKind::Tiltbash);
     EXPECT_EQ(ui().paletteFiles[7] + ui().paletteFiles[8] + ui().paletteFiles[11], "tlblockB.giftlblock7.giftlblockA.gif");
     EXPECT_FALSE(ui().shardlesControlsVisible || ui().createMenuVisible);
     EXPECT_EQ(ui().SelectedBlock, 0);
@@ -99,6 +96,40 @@ TEST_F(EditorTest, StartsWithANewShardlesSetAndNewSetsLayOutTheirKind) {
     Discard();
     editor.mnuNewShd_Click();
     EXPECT_TRUE(ui().marks.Debugger);
+}
+
+// The grid fits its room at whole multiples of its pictures and names what lies under the pointer.
+TEST_F(EditorTest, TheGridZoomsInWholeMultiplesAndNamesItsCells) {
+    const GridShape shardles = ShapeOf(GameKind::Shardles), tiltbash = ShapeOf(GameKind::Tiltbash);
+    EXPECT_EQ(shardles, (GridShape{8, 10, 40, 30}));
+    struct Room { GridShape shape; int width, height, fit; };
+    for (const Room& r : {Room{shardles, 320, 300, 1}, {shardles, 639, 600, 1}, {shardles, 640, 600, 2},
+                          {shardles, 2000, 899, 2}, {tiltbash, 1056, 720, 3}, {tiltbash, 100, 100, 1},
+                          {shardles, 100000, 100000, kMostZoom}})
+        EXPECT_EQ(FitZoom(r.shape, r.width, r.height), r.fit) << r.width << "x" << r.height;
+    // Hit-testing at a zoom: edges belong to the cell right and below them.
+    EXPECT_EQ(CellAt(shardles, 3, {119, 89}), 0);
+    EXPECT_EQ(CellAt(shardles, 3, {120, 90}), 9);
+    EXPECT_EQ(CellAt(tiltbash, 2, {8 * 88 - 1, 8 * 60 - 1}), 63);
+    for (Point off : {Point{-1, 0}, Point{0, -1}, Point{320, 0}, Point{0, 300}}) EXPECT_EQ(CellAt(shardles, 1, off), -1);
+
+    const int fit = 3;
+    editor.ZoomIn(fit);
+    EXPECT_EQ(editor.ZoomOf(5), 4);  // a chosen zoom no longer follows the room
+    EXPECT_EQ(ZoomText(4, false) + "|" + ZoomText(1, true), "Zoom 400%|Zoom 100% (fit)");
+    for (int i = 0; i < 10; ++i) editor.ZoomOut(fit);
+    EXPECT_EQ(editor.ZoomOf(fit), 1);
+    for (int i = 0; i < 20; ++i) editor.ZoomIn(fit);
+    EXPECT_EQ(editor.ZoomOf(fit), kMostZoom);
+    editor.ZoomToFit();
+    EXPECT_EQ(editor.ZoomOf(fit), fit);
+
+    EXPECT_EQ(BlockTip(GameKind::Shardles, 2), "Code 2: spotted shardle");
+    EXPECT_EQ(BlockTip(GameKind::Shardles, 7), "Code 7");
+    EXPECT_EQ(BlockTip(GameKind::Tiltbash, 2) + "|" + BlockTip(GameKind::Tiltbash, 0), "Code 2|Code 0: empty cell");
+    Paint(11, 15);
+    EXPECT_EQ(CellText(set(), 11), "Row 2, column 4: code 15, arrow block");
+    EXPECT_EQ(CellText(set(), 80), "");
 }
 
 TEST_F(EditorTest, AChangedSetIsNotLostWithoutAQuestionAndYesSavesItFirst) {
@@ -136,7 +167,7 @@ TEST_F(EditorTest, AChangedSetIsNotLostWithoutAQuestionAndYesSavesItFirst) {
     for (const auto& [ini, folder] : {std::pair{"/some/where/\r\nignored\r\n", "/some/where/"},
                                       {"\r\n", dir.path.c_str()}}) {
         WriteFile(dir / "info.ini", ini);
-        Editor other(prompts, 15360, 11520);
+        Editor other(prompts);
         other.FormLoad(dir / "info.ini", dir.path);
         EXPECT_EQ(other.lastFolder(), folder);
     }
@@ -505,7 +536,7 @@ TEST_F(EditorTest, SavingCountsEveryLevelAndRefusesALevelWithoutLastBlocksFirst)
     EXPECT_EQ(set().Layouts, saved.Layouts);
     EXPECT_EQ(set().Title, "Three");
     EXPECT_FALSE(editor.CanUndo());  // an opened set starts an empty history
-    EXPECT_EQ(ui().levelEntries.size() * 100 + ui().gridCells.size(), 380u);
+    EXPECT_EQ(ui().levelEntries.size() * 100 + ui().shownPictures.size(), 380u);
     EXPECT_EQ(ui().shownPictures[1], 1);
     // Cancelled dialogs still end on level 1, and the debugger runs there after a save.
     DebuggerOff();
@@ -549,7 +580,7 @@ TEST_F(EditorTest, OpeningRefusesForeignFilesKeepingTheSetAndSaysWhereAReadStopp
     prompts.ExpectOpen(kMyFileOpen, dir / "cut.rsx");  // no message
     editor.OpenLevelFile(FormatId::MyFile);
     EXPECT_EQ(CheckConsistent(set()), "");
-    EXPECT_EQ(ui().gridCells.size(), 80u);
+    EXPECT_EQ(ui().shownPictures.size(), 80u);
     EXPECT_EQ(ui().status, "Stopped reading cut.rsx at line 15: the file ends inside level 2");
     Discard();
     prompts.ExpectOpen(kMyFileOpen, dir / "none.rsx");
@@ -592,7 +623,7 @@ TEST_F(EditorTest, SaveWritesTheSetsFileAgainExportAgainRepeatsAndRecentFilesAre
     EXPECT_EQ(editor.recentFiles(), (std::vector<std::string>{dir / "LEVELS.83p", dir / "copy.rsx", dir / "doc.rsx"}));
     editor.FormUnload();
     std::filesystem::remove(dir.path / "doc.rsx");
-    Editor next(prompts, 15360, 11520);
+    Editor next(prompts);
     next.FormLoad(dir / "info.ini", dir.path, dir / "recent.txt");
     EXPECT_EQ(next.recentFiles(), (std::vector<std::string>{dir / "LEVELS.83p", dir / "copy.rsx"}));
     // A file from outside opens as its extension says, JSON too.

@@ -14,6 +14,7 @@
 #include <QDropEvent>
 #include <QPushButton>
 #include <QTest>
+#include <QWheelEvent>
 
 #include "gui/Text.h"
 #include "gui/Widgets.h"
@@ -77,27 +78,32 @@ protected:
     std::unique_ptr<frmDev> window;
 };
 
-TEST_F(WindowTest, ControlsAndMenusStandWithTheirCaptionsAtTheirTwipPositions) {
+TEST_F(WindowTest, ControlsKeepTheirCaptionsAndArrangementAndMenusTheirEntries) {
     EXPECT_EQ(window->windowTitle(), QStringLiteral("Untitled[*] - Rovakmoor's Shardles/Tiltbash Level Editor v3.0"));
-    const std::tuple<const char*, const char*, QRect> controls[] = {
-        {"lblTitle", "&Level Name", {141, 72, 144, 17}}, {"lblLevels", "Current Level/Change Level", {488, 72, 153, 17}},
-        {"lblBonus", "&Bonus Clock start number", {48, 176, 121, 17}},
-        {"lblExLife", "&Extra Life Point Number:", {48, 280, 121, 17}},
-        {"lblBallx", "Ball starts to the &right:", {624, 176, 105, 17}},
-        {"lblBally", "Ball starts &down:", {632, 280, 89, 17}}, {"lblLevel", "Number of Levels: 1", {312, 72, 141, 17}}};
-    for (const auto& [name, caption, place] : controls) {
-        EXPECT_EQ(Text(name), QString::fromLatin1(caption));
-        EXPECT_EQ(Find(name)->geometry(), place) << name;
-    }
+    const std::pair<const char*, const char*> captions[] = {
+        {"lblTitle", "&Level Name"}, {"lblLevels", "Current Level/Change Level"}, {"lblBonus", "&Bonus Clock start number"},
+        {"lblExLife", "&Extra Life Point Number:"}, {"lblBallx", "Ball starts to the &right:"},
+        {"lblBally", "Ball starts &down:"}, {"lblLevel", "Number of Levels: 1"}};
+    for (const auto& [name, caption] : captions) EXPECT_EQ(Text(name), QString::fromLatin1(caption));
     EXPECT_EQ(Find<QPushButton>("cmdLoseLev")->text(), QStringLiteral("Lose a  Level"));
-    EXPECT_EQ(Find("cmdLoseLev")->geometry(), QRect(379, 104, 74, 25));
-    EXPECT_EQ(Find("txtBally")->geometry(), QRect(632, 312, 89, 21));
-    EXPECT_EQ(window->cellGeometry(9), QRect(392, 279, 40, 29));  // 5880, 4180 twips
-    EXPECT_EQ(window->paletteButton(15)->geometry(), QRect(695, 16, 41, 30));
+    // The older window's arrangement: the palette above the set's row, the
+    // grid below it between the bonus and extra-life lists on the left and
+    // the ball boxes on the right, each caption above its box.
+    auto at = [this](const char* name) { QWidget* w = Find(name); return QRect(w->mapTo(window.get(), QPoint()), w->size()); };
+    const QRect grid = at("gridView"), lastPaletteButton(window->paletteButton(15)->mapTo(window.get(), QPoint()), QSize());
+    EXPECT_LT(lastPaletteButton.y() + window->paletteButton(15)->height(), at("lblTitle").top());
+    EXPECT_TRUE(at("lblTitle").right() < at("lblLevel").left() && at("lblLevel").right() < at("lblLevels").left());
+    EXPECT_TRUE(at("cmdAddLev").right() < at("cmdLoseLev").left());
+    for (const auto& [caption, box] : {std::pair{"lblTitle", "txtTitle"}, {"lblLevels", "cmbLevels"},
+                                       {"lblBonus", "cmbBonus"}, {"lblExLife", "cmbExLife"}, {"lblBallx", "txtBallx"},
+                                       {"lblBally", "txtBally"}, {"cmbBonus", "lblExLife"}, {"txtBallx", "lblBally"}})
+        EXPECT_LT(at(caption).bottom(), at(box).top()) << caption;
+    EXPECT_TRUE(at("cmbBonus").right() < grid.left() && grid.right() < at("txtBallx").left());
+    EXPECT_LT(at("cmbLevels").bottom(), grid.top());
     EXPECT_EQ(Find<QLabel>("lblBallx")->buddy(), Find("txtBallx"));
     EXPECT_EQ(window->centralWidget()->grab().toImage().pixelColor(5, 5), QColor(192, 192, 192));
     EXPECT_EQ(Entries(window->menuBar()->actions()),
-              "&File=mnuFile|Ed&it=mnuEdit|&Create=mnuCreate|&Tricky=mnuTrickey|&Help=mnuHelp");
+              "&File=mnuFile|Ed&it=mnuEdit|&View=mnuView|&Create=mnuCreate|&Tricky=mnuTrickey|&Help=mnuHelp");
     const std::pair<const char*, const char*> menus[] = {
         {"mnuFile", "&New=mnuNew|&Open=mnuOpen|Open &Recent=mnuRecent|-=|Sa&ve=mnuSaveDocument|Save &As...=mnuSaveAs|"
                     "&Save=mnuSave|Export A&gain=mnuExportAgain|Send to &Calculator...=mnuSendCalc|-=mnu|E&xit=mnuExit"},
@@ -111,7 +117,8 @@ TEST_F(WindowTest, ControlsAndMenusStandWithTheirCaptionsAtTheirTwipPositions) {
         {"mnuUn", "&Spotted=mnuSpot|Center-&line=mnuCenter|&Zig-Zag=mnuZig|&Custom=mnuCust"},
         {"mnuNew", "&Shardles File=mnuNewShd|&Tiltbash File=mnuNewTil"},
         {"mnuCreate", "&Normal Shardle=mnuCreateNormShd|&Changer Shardle=mnuCreateChangeShd"},
-        {"mnuEdit", "&Undo=mnuUndo|&Redo=mnuRedo"}};
+        {"mnuEdit", "&Undo=mnuUndo|&Redo=mnuRedo"},
+        {"mnuView", "Zoom &In=mnuZoomIn|Zoom &Out=mnuZoomOut|&Fit to Window=mnuZoomFit"}};
     for (const auto& [menu, entries] : menus) EXPECT_EQ(Entries(Find<QMenu>(menu)->actions()), entries) << menu;
     // No two access keys collide: the menu bar's and the captions' on the window.
     QString keys;
@@ -126,8 +133,43 @@ TEST_F(WindowTest, ControlsAndMenusStandWithTheirCaptionsAtTheirTwipPositions) {
     for (const auto& [name, key] : shortcuts) EXPECT_TRUE(Find<QAction>(name)->shortcuts().contains(key)) << name;
     Trigger("mnuNewTil");
     EXPECT_EQ(window->cellCount(), 64);
-    EXPECT_EQ(window->cellGeometry(9), QRect(380, 308, 44, 30));
+    EXPECT_EQ(window->grid()->cellRect(9).size(), QSize(44, 30) * window->grid()->zoom());
     EXPECT_FALSE(Find("txtBallx")->isVisibleTo(window.get()) || Find<QAction>("mnuCreate")->isVisible());
+}
+
+TEST_F(WindowTest, TheGridZoomsByKeyAndWheelAndTheStatusBarNamesTheCellUnderThePointer) {
+    PictureGrid* grid = window->grid();
+    const int fit = window->gridView()->fitZoom();
+    EXPECT_EQ(grid->zoom(), fit);
+    EXPECT_EQ(Text("statusZoom"), QStringLiteral("Zoom %1% (fit)").arg(fit * 100));
+    QTest::keyClick(grid, Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_EQ(grid->cellRect(1), QRect(40 * (fit + 1), 0, 40 * (fit + 1), 30 * (fit + 1)));
+    EXPECT_EQ(Text("statusZoom"), QStringLiteral("Zoom %1%").arg(fit * 100 + 100));
+    Choose(1);
+    ClickCell(9);  // hit-testing at the new zoom
+    EXPECT_EQ(Code(9) + Code(0) + Code(10), 1);
+    QWheelEvent wheel(QPointF(5, 5), window->gridView()->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, -120), Qt::NoButton,
+                      Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(window->gridView()->viewport(), &wheel);
+    EXPECT_EQ(grid->zoom(), fit);
+    QTest::keyClick(grid, Qt::Key_Minus, Qt::ControlModifier);
+    QTest::keyClick(grid, Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(grid->zoom(), fit);
+    EXPECT_EQ(window->editor().ui().SelectedBlock, 1);  // Ctrl+0 is not the digit 0
+    window->resize(window->size() * 2);
+    QApplication::processEvents();
+    EXPECT_EQ(grid->zoom(), window->gridView()->fitZoom());
+    EXPECT_GT(grid->zoom(), fit);  // it follows the window
+
+    EXPECT_EQ(window->paletteButton(2)->toolTip(), QStringLiteral("Code 2: spotted shardle"));
+    QTest::mouseMove(grid, Centre(9));
+    EXPECT_EQ(Text("statusCell"), QStringLiteral("Row 2, column 2: code 1, block"));
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(grid, &leave);
+    EXPECT_EQ(Text("statusCell"), QString());
+    Discard();
+    Trigger("mnuNewTil");
+    EXPECT_EQ(window->paletteButton(2)->toolTip(), QStringLiteral("Code 2"));
 }
 
 TEST_F(WindowTest, PaletteGridAndKeysReachTheEditorAndTheCellsShowItsPictures) {
@@ -224,6 +266,11 @@ TEST_F(WindowTest, MenusRunTheirHandlersAndShowTheEditorsMarks) {
     QTest::mousePress(background, Qt::RightButton, {}, empty);
     EXPECT_TRUE(window->trickyMenu()->isVisible());
     EXPECT_FALSE(Find<QAction>("mnuUn")->isVisible() || Find<QAction>("mnuShdOp")->isVisible());
+    window->trickyMenu()->hide();
+    // The grey around the grid, in its room, is background too.
+    ASSERT_GT(window->grid()->x(), 0);
+    QTest::mousePress(window->gridView()->viewport(), Qt::RightButton, {}, window->grid()->pos() - QPoint(1, 1));
+    EXPECT_TRUE(window->trickyMenu()->isVisible());
     window->trickyMenu()->hide();
 }
 

@@ -40,7 +40,7 @@ public:
 class SendTest : public testing::Test {
 protected:
     // A Shardles set of two levels with last blocks, which saving asks for.
-    SendTest() : editor(prompts, 15360, 11520) {
+    SendTest() : editor(prompts) {
         editor.FormLoad(dir / "info.ini", dir.path);
         editor.Toggle(Toggle::Debugger);
         editor.txtTitle_Changed("Sent set");
