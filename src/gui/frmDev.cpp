@@ -9,6 +9,7 @@
 #include <QMimeData>
 #include <QComboBox>
 #include <QDir>
+#include <QDockWidget>
 #include <QBoxLayout>
 #include <QFileInfo>
 #include <QKeyEvent>
@@ -24,6 +25,7 @@
 
 #include "gui/HelpAndAbout.h"
 #include "gui/KeyCodes.h"
+#include "gui/Overview.h"
 #include "gui/SendToCalculator.h"
 #include "gui/Text.h"
 #include "gui/Widgets.h"
@@ -142,6 +144,7 @@ frmDev::frmDev(Prompts* prompts, std::optional<ScreenMetrics> metrics, QWidget* 
     BuildStatusBar();
     BuildControls();
     BuildGrid();
+    BuildOverview();
     BuildMenus();
     Sync(false);
 }
@@ -277,6 +280,19 @@ void frmDev::BuildGrid() {
     });
 }
 
+void frmDev::BuildOverview() {
+    overviewDock_ = new QDockWidget(QStringLiteral("Overview"), this);
+    overviewDock_->setObjectName(QStringLiteral("overviewDock"));
+    overviewDock_->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
+    overview_ = new LevelOverview(overviewDock_);
+    overview_->setObjectName(QStringLiteral("overview"));
+    overviewDock_->setWidget(overview_);
+    addDockWidget(Qt::RightDockWidgetArea, overviewDock_);
+    // Choosing a level here is choosing it in the level list.
+    connect(overview_, &LevelOverview::chosen, this,
+            [this](int level) { Run([&] { editor_.cmbLevels_Click(level - 1); }); });
+}
+
 QMenu* frmDev::AddMenu(QWidget* parent, const char* caption, const char* name) {
     auto* menu = new QMenu(QString::fromLatin1(caption), parent);
     menu->setObjectName(QString::fromLatin1(name));
@@ -364,6 +380,11 @@ void frmDev::BuildMenus() {
         ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Minus));
     AddAction(mnuView, "&Fit to Window", "mnuZoomFit", [&e] { e.ZoomToFit(); })
         ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_0));
+    mnuView->addSeparator();
+    QAction* overview = overviewDock_->toggleViewAction();
+    overview->setText(QStringLiteral("&Overview"));
+    overview->setObjectName(QStringLiteral("mnuOverview"));
+    mnuView->addAction(overview);
 
     mnuCreate_ = AddMenu(bar, "&Create", "mnuCreate");
     AddAction(mnuCreate_, "&Normal Shardle", "mnuCreateNormShd", [&e] { e.mnuCreateNormShd_Click(); });
@@ -487,6 +508,7 @@ void frmDev::Sync(bool focusPalette) {
     if (ui.SelectedBlock >= 0 && ui.SelectedBlock < 16) palette_[static_cast<std::size_t>(ui.SelectedBlock)]->setChecked(true);
 
     SyncGrid();
+    overview_->showSet(editor_.set(), pictures_, loadedGeneration_);
     SyncTexts();
     SyncMenus();
     SyncStatus();

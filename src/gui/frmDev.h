@@ -17,6 +17,7 @@
 
 class QAction;
 class QComboBox;
+class QDockWidget;
 class QLabel;
 class QLineEdit;
 class QMenu;
@@ -27,6 +28,7 @@ namespace shd::gui {
 class Background;
 class PaletteButton;
 class GridView;
+class LevelOverview;
 class PictureGrid;
 
 // Where "info.ini" lives: beside the program, or in the user's configuration
@@ -59,6 +61,7 @@ public:
     // The grid cells pctBox 0 to cellCount() - 1, drawn by one widget in the room the controls leave.
     PictureGrid* grid() const { return grid_; }
     GridView* gridView() const { return gridView_; }
+    LevelOverview* overview() const { return overview_; }
     int cellCount() const;
     // Where a cell stands on the window's client area, as a control of its own would.
     QRect cellGeometry(int index) const;
@@ -76,6 +79,7 @@ protected:
 private:
     void BuildControls();
     void BuildGrid();
+    void BuildOverview();
     void BuildMenus();
     void BuildStatusBar();
     QMenu* AddMenu(QWidget* parent, const char* caption, const char* name);
@@ -119,6 +123,8 @@ private:
     Background* background_ = nullptr;
     std::array<PaletteButton*, 16> palette_{};
     GridView* gridView_ = nullptr;
+    QDockWidget* overviewDock_ = nullptr;
+    LevelOverview* overview_ = nullptr;
     PictureGrid* grid_ = nullptr;
     QLabel* lblTitle_ = nullptr;
     QLineEdit* txtTitle_ = nullptr;

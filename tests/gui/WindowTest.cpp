@@ -17,6 +17,7 @@
 #include <QWheelEvent>
 
 #include "gui/Text.h"
+#include "gui/Overview.h"
 #include "gui/Widgets.h"
 #include "gui/frmDev.h"
 #include "support/ScriptedPrompts.h"
@@ -118,7 +119,7 @@ TEST_F(WindowTest, ControlsKeepTheirCaptionsAndArrangementAndMenusTheirEntries) 
         {"mnuNew", "&Shardles File=mnuNewShd|&Tiltbash File=mnuNewTil"},
         {"mnuCreate", "&Normal Shardle=mnuCreateNormShd|&Changer Shardle=mnuCreateChangeShd"},
         {"mnuEdit", "&Undo=mnuUndo|&Redo=mnuRedo"},
-        {"mnuView", "Zoom &In=mnuZoomIn|Zoom &Out=mnuZoomOut|&Fit to Window=mnuZoomFit"}};
+        {"mnuView", "Zoom &In=mnuZoomIn|Zoom &Out=mnuZoomOut|&Fit to Window=mnuZoomFit|-=|&Overview=mnuOverview"}};
     for (const auto& [menu, entries] : menus) EXPECT_EQ(Entries(Find<QMenu>(menu)->actions()), entries) << menu;
     // No two access keys collide: the menu bar's and the captions' on the window.
     QString keys;
@@ -170,6 +171,21 @@ TEST_F(WindowTest, TheGridZoomsByKeyAndWheelAndTheStatusBarNamesTheCellUnderTheP
     Discard();
     Trigger("mnuNewTil");
     EXPECT_EQ(window->paletteButton(2)->toolTip(), QStringLiteral("Code 2"));
+}
+
+TEST_F(WindowTest, TheOverviewShowsEveryLevelChoosesOnAClickAndDrawsOnlyWhatChanged) {
+    Trigger("mnuNewTil");  // no questions about last blocks
+    for (int i = 1; i < kMaxLevels; ++i) QTest::mouseClick(Find("cmdAddLev"), Qt::LeftButton);
+    LevelOverview* overview = window->overview();
+    EXPECT_EQ(overview->levelAt(overview->entryRect(255).center()), 255);
+    const int drawn = overview->drawnCount();
+    Choose(5);
+    ClickCell(0);
+    EXPECT_EQ(overview->drawnCount(), drawn + 1);
+    QTest::mouseClick(overview->viewport(), Qt::LeftButton, {}, overview->entryRect(3).center());
+    EXPECT_EQ(set().CurrentLevel, 3);
+    EXPECT_EQ(Find<QComboBox>("cmbLevels")->currentText(), QStringLiteral("Level 3"));
+    EXPECT_EQ(overview->drawnCount(), drawn + 1);
 }
 
 TEST_F(WindowTest, PaletteGridAndKeysReachTheEditorAndTheCellsShowItsPictures) {
