@@ -360,8 +360,9 @@ void Editor::EndStroke() {
     ++recording_;
     if (stroke.tool == Tool::Rectangle) {
         const int code = stroke.button == MouseButton::Left ? ui_.SelectedBlock : 0;
+        // Clipped, as the grid may have been replaced under an unfinished stroke.
         if (stroke.button != MouseButton::Middle)
-            for (int cell : CellsIn(ui_.preview)) SetCell(cell, code);
+            for (int cell : CellsIn(ClipRange(ui_.preview, RowsOf(set_.Current().Cells)))) SetCell(cell, code);
         ui_.preview = {};
     }
     RunDebuggerIfOn();

@@ -131,11 +131,15 @@ public:
     void Undo();
     void Redo();
 
-    // Editing tools and commands. The tool decides what a press, drag and
-    // release on the grid do; Pencil paints as above. Every command that
+    // Editing tools and commands. ui().tool decides what PressCell, DragTo
+    // and ReleaseButton do: Pencil paints as above; Rectangle anchors at the
+    // cell pressed, shows ui().preview while dragged and fills it at the
+    // release (left button: the chosen block, right: empty); Fill fills the
+    // 4-connected area of the pressed cell's code at the press; Select (left
+    // button only) sets ui().selection, and is no step. Every command that
     // changes cells or levels ends an open stroke first, is one undo step,
-    // and is followed by the debugger as a click is. Clipboard texts are
-    // plain text (see CellTools.h), so two running editors can exchange them.
+    // and is followed by the debugger once, as a click is. Clipboard texts
+    // are plain text (CellTools.h), so two running editors can exchange them.
     void ChooseTool(Tool tool);
     void ClearSelection();
     std::string CopySelection() const;  // "" when nothing is selected
