@@ -10,7 +10,6 @@
 namespace shd::test {
 namespace {
 
-const char* kSpecial = "How many other blocks are not used? Don't count blocks affected by the Flags.";
 const char* kTrash = "Is this the level to trash? (No trashes the last Level)";
 const char* kMyFileSave = "My File (*.rsx)|*.rsx";
 const char* kMyFileOpen = "My Files (*.rsx)|*.rsx";

@@ -15,6 +15,8 @@ namespace shd::test {
 
 using K = ScriptedPrompts::Kind;
 inline constexpr const char* kSaveFirst = "Save before quiting?";
+inline constexpr const char* kSpecial =
+    "How many other blocks are not used? Don't count blocks affected by the Flags.";
 inline constexpr const char* kSpotted = "You have a Spotted Shardle without a Changer.  Set Spotted as Unused?";
 
 // An editor started as the program starts it, on a screen of 15360 x 11520 twips.
