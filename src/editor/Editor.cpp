@@ -6,6 +6,8 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "editor/CellTools.h"
+#include "editor/StepRecorder.h"
 #include "files/FileIo.h"
 #include "model/Numbers.h"
 #include "rules/CustomPiece.h"
@@ -59,31 +61,6 @@ bool IsPerLevel(Toggle which) {
 }
 
 }  // namespace
-
-// Records the handler it guards as one step, unless an outer handler already
-// records (the debugger's answers after a click belong to the click) or a
-// stroke is open (its step is recorded when it ends).
-class StepRecorder {
-public:
-    StepRecorder(Editor& editor, StepKind kind) : editor_(editor), kind_(kind) {
-        outermost_ = editor_.recording_++ == 0 && !editor_.stroke_;
-        if (outermost_) before_ = editor_.CaptureState();
-    }
-    ~StepRecorder() {
-        --editor_.recording_;
-        if (!outermost_) return;
-        EditorState after = editor_.CaptureState();
-        if (!(after == before_)) editor_.history_.Push({kind_, std::move(before_), std::move(after)});
-    }
-    StepRecorder(const StepRecorder&) = delete;
-    StepRecorder& operator=(const StepRecorder&) = delete;
-
-private:
-    Editor& editor_;
-    StepKind kind_;
-    bool outermost_ = false;
-    EditorState before_;
-};
 
 Editor::Editor(Prompts& prompts) : prompts_(prompts) {
     // Before Form_Load the window already has its design-time grid cell 0.
@@ -176,6 +153,9 @@ void Editor::GetFormReady() {
     ui_.levelEntries.clear();
     for (int level = 1; level <= count; ++level) ui_.levelEntries.push_back(LevelEntry(level));
     ui_.levelText = LevelEntry(1);
+    // A selection belongs to the grid it was made on.
+    ui_.selection = {};
+    ui_.preview = {};
 }
 
 void Editor::mnuResetAll_Click() {
@@ -320,13 +300,16 @@ void Editor::PaintCell(int index, MouseButton button) {
     auto& cells = set_.Current().Cells;
     if (index < 0 || static_cast<std::size_t>(index) >= cells.size()) return;
     if (button != MouseButton::Left && button != MouseButton::Right) return;
-    const int next = button == MouseButton::Left ? ui_.SelectedBlock : 0;
-    std::uint8_t& cell = cells[static_cast<std::size_t>(index)];
+    SetCell(index, button == MouseButton::Left ? ui_.SelectedBlock : 0);
+}
+
+void Editor::SetCell(int index, int code) {
+    std::uint8_t& cell = set_.Current().Cells[static_cast<std::size_t>(index)];
     LevelRecord& record = set_.CurrentRecord();
     if (auto field = CountFieldFor(cell)) --(record.*field);
-    if (auto field = CountFieldFor(next)) ++(record.*field);
-    ui_.shownPictures[static_cast<std::size_t>(index)] = next;
-    cell = static_cast<std::uint8_t>(next);
+    if (auto field = CountFieldFor(code)) ++(record.*field);
+    ui_.shownPictures[static_cast<std::size_t>(index)] = code <= 15 ? code : kUnknownPicture;
+    cell = static_cast<std::uint8_t>(code);
 }
 
 void Editor::pctBox_MouseUp(int index, MouseButton button) {
@@ -339,6 +322,7 @@ void Editor::PressCell(int index, Point at, MouseButton button, int held) {
     // another button during a stroke does nothing.
     if (stroke_ && !(held & static_cast<int>(stroke_->button))) EndStroke();
     if (stroke_) return;
+    if (ui_.tool != Tool::Pencil) return PressWithTool(index, at, button);
     stroke_ = Stroke{button, index, at, CaptureState()};
     PaintCell(index, button);  // the middle button paints nothing, but its release still runs the debugger
 }
@@ -354,10 +338,15 @@ void Editor::DragTo(Point at, int held, const CellLocator& cellAt) {
         const Point p{from.x + static_cast<int>(std::lround((at.x - from.x) * t)),
                       from.y + static_cast<int>(std::lround((at.y - from.y) * t))};
         const int cell = cellAt(p);
-        if (cell >= 0 && cell != stroke_->lastCell) PaintCell(cell, stroke_->button);
-        stroke_->lastCell = cell;
+        if (stroke_->tool == Tool::Pencil) {
+            if (cell >= 0 && cell != stroke_->lastCell) PaintCell(cell, stroke_->button);
+            stroke_->lastCell = cell;
+        } else if (cell >= 0) {
+            stroke_->lastCell = cell;  // off the grid, a rectangle keeps the last cell it was on
+        }
     }
     stroke_->last = at;
+    if (stroke_->tool != Tool::Pencil) StretchToolStroke();
 }
 
 void Editor::ReleaseButton(MouseButton button) {
@@ -366,14 +355,25 @@ void Editor::ReleaseButton(MouseButton button) {
 
 void Editor::EndStroke() {
     if (!stroke_) return;
-    EditorState before = std::move(stroke_->before);
+    Stroke stroke = std::move(*stroke_);
     stroke_.reset();
-    // The debugger's answers join the stroke's step.
+    if (stroke.tool == Tool::Select) return;  // selecting changes nothing: no step, no debugger
+    // The rectangle's cells and the debugger's answers join the stroke's step.
     ++recording_;
+    if (stroke.tool == Tool::Rectangle) {
+        const int code = stroke.button == MouseButton::Left ? ui_.SelectedBlock : 0;
+        // Clipped, as the grid may have been replaced under an unfinished stroke.
+        if (stroke.button != MouseButton::Middle)
+            for (int cell : CellsIn(ClipRange(ui_.preview, RowsOf(set_.Current().Cells)))) SetCell(cell, code);
+        ui_.preview = {};
+    }
     RunDebuggerIfOn();
     --recording_;
     EditorState after = CaptureState();
-    if (!(after == before)) history_.Push({StepKind::Paint, std::move(before), std::move(after)});
+    const StepKind kind = stroke.tool == Tool::Fill        ? StepKind::Fill
+                          : stroke.tool == Tool::Rectangle ? StepKind::Rectangle
+                                                           : StepKind::Paint;
+    if (!(after == stroke.before)) history_.Push({kind, std::move(stroke.before), std::move(after)});
 }
 
 bool Editor::Form_MouseDown(MouseButton button) {
@@ -435,7 +435,16 @@ void Editor::cmbLevels_Click(int entryIndex) {
         return;
     }
     CountBlocks();
-    // A ball text left unchecked by editing keys only counts when it is a valid start.
+    KeepBallBoxes();
+    set_.CurrentLevel = entryIndex + 1;
+    ShowLevel();
+    RunDebuggerIfOn();
+    ShowCurrentLevelInList();
+}
+
+// The level left takes what its ball boxes show: a text left unchecked by
+// editing keys only counts when it is a valid start.
+void Editor::KeepBallBoxes() {
     auto ball = [](const std::string& text, int most) -> std::int16_t {
         const auto value = ParseTypedNumber(text);
         if (!value || *value > most || RoundHalfEven(*value) < 0) return 0;
@@ -444,10 +453,6 @@ void Editor::cmbLevels_Click(int entryIndex) {
     LevelLayout& left = set_.Current();
     left.BallX = ball(ui_.ballXText, 94);
     left.BallY = ball(ui_.ballYText, 62);
-    set_.CurrentLevel = entryIndex + 1;
-    ShowLevel();
-    RunDebuggerIfOn();
-    ShowCurrentLevelInList();
 }
 
 void Editor::txtTitle_Changed(const Bytes& text) {

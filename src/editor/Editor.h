@@ -138,6 +138,36 @@ public:
     void Undo();
     void Redo();
 
+    // Editing tools and commands. ui().tool decides what PressCell, DragTo
+    // and ReleaseButton do: Pencil paints as above; Rectangle anchors at the
+    // cell pressed, shows ui().preview while dragged and fills it at the
+    // release (left button: the chosen block, right: empty); Fill fills the
+    // 4-connected area of the pressed cell's code at the press; Select (left
+    // button only) sets ui().selection, and is no step. Every command that
+    // changes cells or levels ends an open stroke first, is one undo step,
+    // and is followed by the debugger once, as a click is. Clipboard texts
+    // are plain text (CellTools.h), so two running editors can exchange them.
+    void ChooseTool(Tool tool);
+    void ClearSelection();
+    std::string CopySelection() const;  // "" when nothing is selected
+    std::string CutSelection();
+    // At the selection's top-left cell, or the grid's when nothing is
+    // selected; what falls past the right or bottom edge is dropped, and the
+    // cells pasted become the selection.
+    void PasteCells(const std::string& text);
+    void FlipLeftRight();
+    void FlipTopBottom();
+    void ShiftCells(int columns, int rows);  // wraps around: nothing is lost
+    // Level commands keep each level's record with its layout. The new or
+    // moved level is shown; the level left keeps what its ball boxes hold, as
+    // on a switch, but its blocks are not counted (every save counts them).
+    void DuplicateLevel();  // after the current one, and becomes current
+    void MoveLevel(int from, int to);  // level numbers 1..N; the current level's cells stay shown
+    void MoveLevelUp();
+    void MoveLevelDown();
+    std::string CopyLevel() const;
+    void PasteLevel(const std::string& text);  // after the current level, and becomes current
+
     // The routines the handlers share.
     void ResetAll();
     void GetFormReady();
@@ -156,6 +186,13 @@ private:
     void SetBall(bool across, int keyCode, const std::string& text);
     void AddLevel();
     void PaintCell(int index, MouseButton button);
+    void SetCell(int index, int code);  // one cell of the current level, its piece counts and picture in step
+    void PutCells(const BlockGrid& cells);
+    void PressWithTool(int index, Point at, MouseButton button);
+    void StretchToolStroke();
+    void ChangeCells(StepKind kind, const BlockGrid& cells);
+    void KeepBallBoxes();
+    void InsertLevel(int level, LevelLayout layout, LevelRecord record);
     void ShowCurrentLevelInList();
     void RunDebuggerIfOn();
     EditorState CaptureState() const;
@@ -196,6 +233,8 @@ private:
         int lastCell;  // the cell the pointer was last over, -1 off the grid
         Point last;
         EditorState before;
+        Tool tool = Tool::Pencil;
+        int anchor = -1;  // the cell pressed, a corner of a rectangle or selection
     };
     std::optional<Stroke> stroke_;
 };

@@ -15,7 +15,8 @@ namespace shd {
 // What a step was, so that typing into one field can become one step.
 enum class StepKind {
     Paint, ResetLevel, AddLevel, RemoveLevel, Toggle, SpecialCount, BallX, BallY, Title, BonusClock,
-    ExtraLifePoints, Picture,
+    ExtraLifePoints, Picture, Rectangle, Fill, CutCells, PasteCells, Flip, Shift, DuplicateLevel, MoveLevel,
+    PasteLevel,
 };
 
 // What an undo step restores: the set and the parts of the window that show it.

@@ -20,18 +20,19 @@ struct MenuMarks {
     bool operator==(const MenuMarks&) const = default;
 };
 
-// The picture a grid cell shows: a palette code 0..15, or kUnknownPicture for a code a damaged file brought.
-inline constexpr int kUnknownPicture = -1;
-
-// What a press on the grid does.
+// What a press on the grid does: paint cells one by one, fill a dragged
+// rectangle, fill a connected area, or select cells for the clipboard.
 enum class Tool { Pencil, Rectangle, Fill, Select };
 
-// A rectangle of cells; empty when it has no columns or no rows.
+// A rectangle of grid cells: its top-left cell and its size in cells.
 struct CellRange {
     int column = 0, row = 0, columns = 0, rows = 0;
     bool empty() const { return columns <= 0 || rows <= 0; }
     bool operator==(const CellRange&) const = default;
 };
+
+// The picture a grid cell shows: a palette code 0..15, or kUnknownPicture for a code a damaged file brought.
+inline constexpr int kUnknownPicture = -1;
 
 struct WindowState {
     int SelectedBlock = 0;
@@ -50,12 +51,13 @@ struct WindowState {
 
     GameKind gridKind = GameKind::Shardles;  // the kind the grid and palette were made for
     std::vector<int> shownPictures;          // per grid cell: the code whose picture it shows
-    Tool tool = Tool::Pencil;
-    CellRange selection;  // the selected cells, shown outlined
-    CellRange preview;    // the rectangle a Rectangle drag would fill, while it is dragged
     int zoom = 0;                            // the grid's multiple of its pictures; 0 follows the window
     std::array<std::string, 16> paletteFiles;
     int paletteGeneration = 0;               // grows each time the palette pictures are (re)loaded
+
+    Tool tool = Tool::Pencil;
+    CellRange selection;  // the selected cells, shown outlined; empty: none
+    CellRange preview;    // the rectangle a Rectangle drag would fill, while it is dragged; empty otherwise
 
     std::string status;  // one line on how the last read or write ended, when it says nothing itself
 

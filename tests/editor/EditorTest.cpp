@@ -4,69 +4,19 @@
 
 #include <algorithm>
 
-#include "editor/Editor.h"
 #include "files/FileIo.h"
-#include "support/ScriptedPrompts.h"
-#include "support/Support.h"
+#include "support/EditorFixture.h"
 
 namespace shd::test {
 namespace {
 
-using K = ScriptedPrompts::Kind;
-const char* kSpecial = "How many other blocks are not used? Don't count blocks affected by the Flags.";
-const char* kSpotted = "You have a Spotted Shardle without a Changer.  Set Spotted as Unused?";
 const char* kTrash = "Is this the level to trash? (No trashes the last Level)";
 const char* kMyFileSave = "My File (*.rsx)|*.rsx";
-const char* kSaveFirst = "Save before quiting?";
 const char* kMyFileOpen = "My Files (*.rsx)|*.rsx";
 const char* kProgramSave = "TI-83 Program File|*.83p";
 const char* kProgramOpen = "TI-83 Program files|*.83p";
 const char* kSourceSave = "TI-83 Source Files(*.z80,*.asm)|*.z80;*.asm";
 const char* kSourceOpen = "TI-83 Source Files (*.z80, *.asm)|*.z80;*.asm";
-
-// An editor started as the program starts it, on a screen of 15360 x 11520 twips.
-class EditorTest : public testing::Test {
-protected:
-    EditorTest() : editor(prompts) { editor.FormLoad(dir / "info.ini", dir.path, dir / "recent.txt"); }
-    ~EditorTest() override { EXPECT_TRUE(prompts.done()) << "prompts the test expected were not shown"; }
-
-    const LevelSet& set() const { return editor.set(); }
-    const WindowState& ui() const { return editor.ui(); }
-    void Paint(int cell, int code) {
-        editor.optBlocks_Click(code);
-        editor.pctBox_MouseUp(cell, MouseButton::Left);
-    }
-    // The question a command that replaces or clears a changed set asks first, answered No.
-    void Discard() {
-        if (editor.IsModified()) prompts.Expect(K::YesNoCancel, kSaveFirst, Answer::No);
-    }
-    void DebuggerOff() {
-        if (set().UseShardlesDebugger) editor.Toggle(Toggle::Debugger);
-    }
-    // Chooses a level in the list, expecting the message of a Shardles level left without last blocks.
-    void SwitchTo(int level) {
-        const auto& cells = set().Current().Cells;
-        if (set().IsShardles() && level != set().CurrentLevel && std::count(cells.begin(), cells.end(), 6) == 0)
-            prompts.ExpectMessage("Level #" + std::to_string(set().CurrentLevel) + " has no Last Blocks.");
-        editor.cmbLevels_Click(level - 1);
-    }
-    // Three Shardles levels, each with a last block and level n holding code n in cell 1.
-    void ThreeLevels() {
-        DebuggerOff();
-        editor.cmdAddLev_Click();
-        editor.cmdAddLev_Click();
-        for (int level = 1; level <= 3; ++level) {
-            SwitchTo(level);
-            Paint(0, 6);
-            Paint(1, level);
-        }
-        editor.txtTitle_Changed("Three");
-    }
-
-    TempDir dir;
-    ScriptedPrompts prompts;
-    Editor editor;
-};
 
 TEST_F(EditorTest, StartsWithANewShardlesSetAndNewSetsLayOutTheirKind) {
     EXPECT_EQ(JsonOf(set()), JsonOf(NewSet(GameKind::Shardles)));

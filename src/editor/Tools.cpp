@@ -1,0 +1,176 @@
+// The editing tools and the cell and level commands.
+#include <algorithm>
+
+#include "editor/CellTools.h"
+#include "editor/Editor.h"
+#include "editor/StepRecorder.h"
+
+namespace shd {
+
+namespace {
+constexpr const char* kTooManyLevels = "You can't have more than 255 levels!";
+constexpr const char* kNoCells = "The clipboard holds no cells to paste.";
+constexpr const char* kNoLevel = "The clipboard holds no level to paste.";
+}  // namespace
+
+// ---- tools on the grid ----
+
+void Editor::ChooseTool(Tool tool) {
+    EndStroke();
+    ui_.tool = tool;
+}
+
+// Rectangle and Fill open a stroke like the pencil's, so that their change
+// and the debugger's answers at the release are one step; Select opens one
+// that only moves the selection.
+void Editor::PressWithTool(int index, Point at, MouseButton button) {
+    if (index < 0 || index >= static_cast<int>(set_.Current().Cells.size())) return;
+    const Tool tool = ui_.tool;
+    // Other buttons leave the selection alone, for a context menu to act on.
+    if (tool == Tool::Select && button != MouseButton::Left) return;
+    stroke_ = Stroke{button, index, at, tool == Tool::Select ? EditorState{} : CaptureState(), tool, index};
+    StretchToolStroke();
+    if (tool == Tool::Fill && button != MouseButton::Middle) {
+        const int code = button == MouseButton::Left ? ui_.SelectedBlock : 0;
+        for (int cell : ConnectedArea(set_.Current().Cells, index)) SetCell(cell, code);
+    }
+}
+
+void Editor::StretchToolStroke() {
+    const CellRange range = RangeBetween(stroke_->anchor, stroke_->lastCell);
+    if (stroke_->tool == Tool::Rectangle) ui_.preview = range;
+    if (stroke_->tool == Tool::Select) ui_.selection = range;
+}
+
+// ---- the selection and the clipboard ----
+
+void Editor::ClearSelection() {
+    EndStroke();
+    ui_.selection = {};
+}
+
+std::string Editor::CopySelection() const {
+    const BlockGrid& cells = set_.Current().Cells;
+    const CellRange range = ClipRange(ui_.selection, RowsOf(cells));
+    return range.empty() ? std::string{} : CellsText(CopyRange(cells, range));
+}
+
+std::string Editor::CutSelection() {
+    EndStroke();
+    const std::string text = CopySelection();
+    if (text.empty()) return text;
+    BlockGrid cells = set_.Current().Cells;
+    for (int cell : CellsIn(ClipRange(ui_.selection, RowsOf(cells)))) cells[static_cast<std::size_t>(cell)] = 0;
+    ChangeCells(StepKind::CutCells, cells);
+    return text;
+}
+
+void Editor::PasteCells(const std::string& text) {
+    EndStroke();
+    const auto block = ParseCellsText(text);
+    if (!block) {
+        ui_.status = kNoCells;
+        return;
+    }
+    const BlockGrid& cells = set_.Current().Cells;
+    const CellRange at = ClipRange(ui_.selection, RowsOf(cells));
+    CellRange pasted;
+    const BlockGrid next = Placed(cells, *block, at.column, at.row, &pasted);  // an empty range is at 0, 0
+    ui_.selection = pasted;
+    ChangeCells(StepKind::PasteCells, next);
+}
+
+// ---- whole-level cell commands ----
+
+void Editor::FlipLeftRight() { ChangeCells(StepKind::Flip, FlippedLeftRight(set_.Current().Cells)); }
+void Editor::FlipTopBottom() { ChangeCells(StepKind::Flip, FlippedTopBottom(set_.Current().Cells)); }
+void Editor::ShiftCells(int columns, int rows) {
+    ChangeCells(StepKind::Shift, Shifted(set_.Current().Cells, columns, rows));
+}
+
+// The current level's cells become `cells`, one cell at a time so the piece
+// counts stay in step, as one step followed by the debugger.
+void Editor::ChangeCells(StepKind kind, const BlockGrid& cells) {
+    EndStroke();
+    StepRecorder step(*this, kind);
+    PutCells(cells);
+    RunDebuggerIfOn();
+}
+
+void Editor::PutCells(const BlockGrid& cells) {
+    const BlockGrid& now = set_.Current().Cells;
+    for (std::size_t i = 0; i < cells.size() && i < now.size(); ++i)
+        if (cells[i] != now[i]) SetCell(static_cast<int>(i), cells[i]);
+}
+
+// ---- level commands ----
+
+// A new level at `level`, shown as the current one. Its piece counts are
+// recounted from its cells, as showing a level always does.
+void Editor::InsertLevel(int level, LevelLayout layout, LevelRecord record) {
+    const auto at = static_cast<std::ptrdiff_t>(level - 1);
+    set_.Layouts.insert(set_.Layouts.begin() + at, std::move(layout));
+    set_.Records.insert(set_.Records.begin() + at, record);
+    set_.CurrentLevel = level;
+    ui_.levelEntries.push_back(LevelEntry(set_.LevelCount()));
+    ui_.levelCountLabel = "Number of Levels: " + std::to_string(set_.LevelCount());
+    ShowCurrentLevelInList();
+    ShowLevel();
+}
+
+void Editor::DuplicateLevel() {
+    EndStroke();
+    StepRecorder step(*this, StepKind::DuplicateLevel);
+    if (set_.LevelCount() >= kMaxLevels) {
+        prompts_.Message(kTooManyLevels);
+        return;
+    }
+    KeepBallBoxes();
+    InsertLevel(set_.CurrentLevel + 1, set_.Current(), set_.CurrentRecord());
+    RunDebuggerIfOn();
+}
+
+void Editor::MoveLevel(int from, int to) {
+    EndStroke();
+    const int count = set_.LevelCount();
+    if (from < 1 || from > count || to < 1 || to > count || from == to) return;
+    StepRecorder step(*this, StepKind::MoveLevel);
+    auto move = [&](auto& levels) {
+        const auto begin = levels.begin();
+        if (from < to) std::rotate(begin + (from - 1), begin + from, begin + to);
+        else std::rotate(begin + (to - 1), begin + (from - 1), begin + from);
+    };
+    move(set_.Layouts);
+    move(set_.Records);
+    // The current level is the same level after the move: no switch happens.
+    int& current = set_.CurrentLevel;
+    if (current == from) current = to;
+    else if (from < current && current <= to) --current;
+    else if (to <= current && current < from) ++current;
+    ShowCurrentLevelInList();
+    RunDebuggerIfOn();
+}
+
+void Editor::MoveLevelUp() { MoveLevel(set_.CurrentLevel, set_.CurrentLevel - 1); }
+void Editor::MoveLevelDown() { MoveLevel(set_.CurrentLevel, set_.CurrentLevel + 1); }
+
+std::string Editor::CopyLevel() const { return LevelText(set_.Current(), set_.CurrentRecord()); }
+
+void Editor::PasteLevel(const std::string& text) {
+    EndStroke();
+    auto clip = ParseLevelText(text, set_.Kind);
+    if (!clip) {
+        ui_.status = kNoLevel;
+        return;
+    }
+    StepRecorder step(*this, StepKind::PasteLevel);
+    if (set_.LevelCount() >= kMaxLevels) {
+        prompts_.Message(kTooManyLevels);
+        return;
+    }
+    KeepBallBoxes();
+    InsertLevel(set_.CurrentLevel + 1, std::move(clip->layout), clip->record);
+    RunDebuggerIfOn();
+}
+
+}  // namespace shd
