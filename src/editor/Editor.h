@@ -36,7 +36,7 @@ enum class MouseButton { Left = 1, Right = 2, Middle = 4 };
 
 // Virtual-key codes the handlers look at.
 namespace keys {
-inline constexpr int Backspace = 8, End = 35, Home = 36, Left = 37, Right = 39, Delete = 46;
+inline constexpr int Backspace = 8, Escape = 27, End = 35, Home = 36, Left = 37, Right = 39, Delete = 46;
 bool IsEditingKey(int keyCode);  // the six keys that leave a text box unchecked
 }  // namespace keys
 

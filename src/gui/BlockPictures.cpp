@@ -41,7 +41,11 @@ void BlockPictures::Load(const QString& folder, const std::array<std::string, 16
     for (int code = 0; code < 16; ++code) {
         const auto k = static_cast<std::size_t>(code);
         const QString path = dir.filePath(PathText(files[k]));
-        const QImage image = QImageReader(path).read();
+        // The pictures are GIFs: naming the format spares Qt loading every
+        // image plugin to ask which one reads them.
+        QImageReader reader(path, QByteArrayLiteral("gif"));
+        QImage image = reader.read();
+        if (image.isNull()) image = QImageReader(path).read();  // a picture replaced by one of another kind
         drawn_[k] = image.isNull();
         pictures_[k] = drawn_[k] ? Tile(HexDigit(code)) : QPixmap::fromImage(image);
     }

@@ -2,7 +2,10 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QActionGroup>
 #include <QButtonGroup>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -20,6 +23,7 @@
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QStatusBar>
+#include <QToolBar>
 #include <cmath>
 #include <cstdlib>
 
@@ -269,7 +273,10 @@ void frmDev::BuildGrid() {
     });
     connect(grid_, &PictureGrid::codeTyped, this, &frmDev::ChooseTypedCode);
     // Any other key acts as on the palette, so Left and Right still step after painting.
-    connect(grid_, &PictureGrid::keyDown, this, [this](int key) { Run([&] { editor_.optBlocks_KeyDown(key); }, true); });
+    connect(grid_, &PictureGrid::keyDown, this, [this](int key) {
+        if (key == keys::Escape) Run([&] { editor_.ClearSelection(); });
+        else Run([&] { editor_.optBlocks_KeyDown(key); }, true);
+    });
     // The grid follows the room it is given until a zoom is chosen.
     connect(gridView_, &GridView::resized, this, &frmDev::SyncZoom);
     connect(gridView_, &GridView::zoomBy, this, [this](int steps) {
@@ -291,6 +298,8 @@ void frmDev::BuildOverview() {
     // Choosing a level here is choosing it in the level list.
     connect(overview_, &LevelOverview::chosen, this,
             [this](int level) { Run([&] { editor_.cmbLevels_Click(level - 1); }); });
+    connect(overview_, &LevelOverview::moved, this,
+            [this](int from, int to) { Run([&] { editor_.MoveLevel(from, to); }); });
 }
 
 QMenu* frmDev::AddMenu(QWidget* parent, const char* caption, const char* name) {
@@ -368,6 +377,7 @@ void frmDev::BuildMenus() {
     // Ctrl+Y as well as the platform's own: Linux key schemes have only Ctrl+Shift+Z.
     mnuRedo_->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
     connect(mnuRedo_, &QAction::triggered, this, [this] { Run([&] { editor_.Redo(); }); });
+    BuildEditingMenus(bar, mnuEdit);
 
     // Zooming needs the room the grid has now, which only the window knows.
     QMenu* mnuView = AddMenu(bar, "&View", "mnuView");
@@ -419,6 +429,71 @@ void frmDev::BuildMenus() {
     })
         ->setShortcuts(QKeySequence::HelpContents);
     AddAction(mnuHelp, "&About", "mnuAbout", [&e] { e.mnuAbout_Click(); });
+}
+
+// Cells and levels travel through the clipboard as plain text, so two
+// running editors can exchange them.
+namespace {
+void ToClipboard(const std::string& text) {
+    if (!text.empty()) QGuiApplication::clipboard()->setText(QString::fromLatin1(text));
+}
+std::string FromClipboard() { return QGuiApplication::clipboard()->text().toLatin1().toStdString(); }
+}  // namespace
+
+void frmDev::BuildEditingMenus(QMenuBar* bar, QMenu* mnuEdit) {
+    Editor& e = editor_;
+    mnuEdit->addSeparator();
+    // Cut and Copy are there while cells are selected.
+    selectionActions_ = {
+        AddAction(mnuEdit, "Cu&t", "mnuCut", [&e] { ToClipboard(e.CutSelection()); }),
+        AddAction(mnuEdit, "&Copy", "mnuCopy", [&e] { ToClipboard(e.CopySelection()); })};
+    selectionActions_[0]->setShortcuts(QKeySequence::Cut);
+    selectionActions_[1]->setShortcuts(QKeySequence::Copy);
+    AddAction(mnuEdit, "&Paste", "mnuPaste", [&e] { e.PasteCells(FromClipboard()); })->setShortcuts(QKeySequence::Paste);
+    AddAction(mnuEdit, "Select &None", "mnuSelectNone", [&e] { e.ClearSelection(); })
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A));
+
+    // The tools, in a submenu and on the tool bar.
+    QMenu* mnuTool = AddMenu(mnuEdit, "T&ool", "mnuTool");
+    QToolBar* tools = addToolBar(QStringLiteral("Tools"));
+    tools->setObjectName(QStringLiteral("toolBar"));
+    tools->setMovable(false);
+    auto* group = new QActionGroup(this);
+    const std::tuple<const char*, const char*, Tool, const char*> kTools[] = {
+        {"&Pencil", "mnuPencil", Tool::Pencil, "Paint cells one by one, or drag a stroke"},
+        {"&Rectangle", "mnuRectangle", Tool::Rectangle, "Drag to fill a rectangle with the chosen block"},
+        {"&Fill", "mnuFill", Tool::Fill, "Fill the connected cells of one block"},
+        {"&Select", "mnuSelect", Tool::Select, "Drag to select cells for Cut, Copy and Paste"}};
+    for (const auto& [caption, name, tool, tip] : kTools) {
+        QAction* action = AddAction(mnuTool, caption, name, [&e, tool = tool] { e.ChooseTool(tool); });
+        action->setCheckable(true);
+        action->setToolTip(QString::fromLatin1(tip));
+        group->addAction(action);
+        tools->addAction(action);
+        tools_.push_back({action, tool});
+    }
+
+    mnuEdit->addSeparator();
+    AddAction(mnuEdit, "Flip &Left to Right", "mnuFlipLeftRight", [&e] { e.FlipLeftRight(); });
+    AddAction(mnuEdit, "Flip Top to &Bottom", "mnuFlipTopBottom", [&e] { e.FlipTopBottom(); });
+    QMenu* mnuShift = AddMenu(mnuEdit, "S&hift Cells", "mnuShift");
+    AddAction(mnuShift, "&Left", "mnuShiftLeft", [&e] { e.ShiftCells(-1, 0); });
+    AddAction(mnuShift, "&Right", "mnuShiftRight", [&e] { e.ShiftCells(1, 0); });
+    AddAction(mnuShift, "&Up", "mnuShiftUp", [&e] { e.ShiftCells(0, -1); });
+    AddAction(mnuShift, "&Down", "mnuShiftDown", [&e] { e.ShiftCells(0, 1); });
+
+    QMenu* mnuLevels = AddMenu(bar, "Level&s", "mnuLevels");
+    AddAction(mnuLevels, "&Duplicate Level", "mnuDuplicateLevel", [&e] { e.DuplicateLevel(); })
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_D));
+    AddAction(mnuLevels, "Move Level &Up", "mnuMoveLevelUp", [&e] { e.MoveLevelUp(); })
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Up));
+    AddAction(mnuLevels, "Move Level Do&wn", "mnuMoveLevelDown", [&e] { e.MoveLevelDown(); })
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Down));
+    mnuLevels->addSeparator();
+    AddAction(mnuLevels, "&Copy Level", "mnuCopyLevel", [&e] { ToClipboard(e.CopyLevel()); })
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C));
+    AddAction(mnuLevels, "&Paste Level", "mnuPasteLevel", [&e] { e.PasteLevel(FromClipboard()); })
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_V));
 }
 
 void frmDev::BuildStatusBar() {
@@ -582,6 +657,8 @@ void frmDev::SyncTexts() {
 void frmDev::SyncMenus() {
     const WindowState& ui = editor_.ui();
     for (const Mark& m : marks_) m.action->setChecked(ui.marks.*(m.mark));
+    for (const auto& [action, tool] : tools_) action->setChecked(ui.tool == tool);
+    for (QAction* action : selectionActions_) action->setEnabled(!ui.selection.empty());
     mnuCreate_->menuAction()->setVisible(ui.createMenuVisible);
     mnuUn_->menuAction()->setVisible(ui.unusedMenuVisible);
     mnuShdOp_->menuAction()->setVisible(ui.optionsMenuVisible);

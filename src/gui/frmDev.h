@@ -21,6 +21,7 @@ class QDockWidget;
 class QLabel;
 class QLineEdit;
 class QMenu;
+class QMenuBar;
 class QPushButton;
 
 namespace shd::gui {
@@ -81,6 +82,7 @@ private:
     void BuildGrid();
     void BuildOverview();
     void BuildMenus();
+    void BuildEditingMenus(QMenuBar* bar, QMenu* mnuEdit);
     void BuildStatusBar();
     QMenu* AddMenu(QWidget* parent, const char* caption, const char* name);
     QAction* AddAction(QMenu* menu, const char* caption, const char* name, std::function<void()> handler,
@@ -151,6 +153,8 @@ private:
         bool MenuMarks::*mark;
     };
     std::vector<Mark> marks_;
+    std::vector<std::pair<QAction*, Tool>> tools_;
+    std::array<QAction*, 2> selectionActions_{};
 };
 
 }  // namespace shd::gui

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QClipboard>
+#include <QToolBar>
 #include <QComboBox>
 #include <QFile>
 #include <QLabel>
@@ -104,7 +106,7 @@ TEST_F(WindowTest, ControlsKeepTheirCaptionsAndArrangementAndMenusTheirEntries) 
     EXPECT_EQ(Find<QLabel>("lblBallx")->buddy(), Find("txtBallx"));
     EXPECT_EQ(window->centralWidget()->grab().toImage().pixelColor(5, 5), QColor(192, 192, 192));
     EXPECT_EQ(Entries(window->menuBar()->actions()),
-              "&File=mnuFile|Ed&it=mnuEdit|&View=mnuView|&Create=mnuCreate|&Tricky=mnuTrickey|&Help=mnuHelp");
+              "&File=mnuFile|Ed&it=mnuEdit|Level&s=mnuLevels|&View=mnuView|&Create=mnuCreate|&Tricky=mnuTrickey|&Help=mnuHelp");
     const std::pair<const char*, const char*> menus[] = {
         {"mnuFile", "&New=mnuNew|&Open=mnuOpen|Open &Recent=mnuRecent|-=|Sa&ve=mnuSaveDocument|Save &As...=mnuSaveAs|"
                     "&Save=mnuSave|Export A&gain=mnuExportAgain|Send to &Calculator...=mnuSendCalc|-=mnu|E&xit=mnuExit"},
@@ -118,7 +120,13 @@ TEST_F(WindowTest, ControlsKeepTheirCaptionsAndArrangementAndMenusTheirEntries) 
         {"mnuUn", "&Spotted=mnuSpot|Center-&line=mnuCenter|&Zig-Zag=mnuZig|&Custom=mnuCust"},
         {"mnuNew", "&Shardles File=mnuNewShd|&Tiltbash File=mnuNewTil"},
         {"mnuCreate", "&Normal Shardle=mnuCreateNormShd|&Changer Shardle=mnuCreateChangeShd"},
-        {"mnuEdit", "&Undo=mnuUndo|&Redo=mnuRedo"},
+        {"mnuEdit", "&Undo=mnuUndo|&Redo=mnuRedo|-=|Cu&t=mnuCut|&Copy=mnuCopy|&Paste=mnuPaste|Select &None=mnuSelectNone|"
+                    "T&ool=mnuTool|-=|Flip &Left to Right=mnuFlipLeftRight|Flip Top to &Bottom=mnuFlipTopBottom|"
+                    "S&hift Cells=mnuShift"},
+        {"mnuTool", "&Pencil=mnuPencil|&Rectangle=mnuRectangle|&Fill=mnuFill|&Select=mnuSelect"},
+        {"mnuShift", "&Left=mnuShiftLeft|&Right=mnuShiftRight|&Up=mnuShiftUp|&Down=mnuShiftDown"},
+        {"mnuLevels", "&Duplicate Level=mnuDuplicateLevel|Move Level &Up=mnuMoveLevelUp|Move Level Do&wn=mnuMoveLevelDown|-=|"
+                      "&Copy Level=mnuCopyLevel|&Paste Level=mnuPasteLevel"},
         {"mnuView", "Zoom &In=mnuZoomIn|Zoom &Out=mnuZoomOut|&Fit to Window=mnuZoomFit|-=|&Overview=mnuOverview"}};
     for (const auto& [menu, entries] : menus) EXPECT_EQ(Entries(Find<QMenu>(menu)->actions()), entries) << menu;
     // No two access keys collide: the menu bar's and the captions' on the window.
@@ -186,6 +194,55 @@ TEST_F(WindowTest, TheOverviewShowsEveryLevelChoosesOnAClickAndDrawsOnlyWhatChan
     EXPECT_EQ(set().CurrentLevel, 3);
     EXPECT_EQ(Find<QComboBox>("cmbLevels")->currentText(), QStringLiteral("Level 3"));
     EXPECT_EQ(overview->drawnCount(), drawn + 1);
+}
+
+TEST_F(WindowTest, ToolsAndCellAndLevelCommandsReachTheEditorAndTheClipboardCarriesText) {
+    Trigger("mnuNewTil");  // no debugger questions
+    PictureGrid* grid = window->grid();
+    auto* tools = Find<QToolBar>("toolBar");
+    QTest::mouseClick(tools->widgetForAction(Find<QAction>("mnuRectangle")), Qt::LeftButton);
+    EXPECT_TRUE(Checked("mnuRectangle") && !Checked("mnuPencil"));
+    Choose(3);
+    QTest::mousePress(grid, Qt::LeftButton, {}, Centre(9));
+    QTest::mouseMove(grid, Centre(27));
+    EXPECT_EQ(window->editor().ui().preview, (CellRange{1, 1, 3, 3}));
+    QTest::mouseRelease(grid, Qt::LeftButton, {}, Centre(27));
+    const auto& cells = set().Current().Cells;
+    EXPECT_EQ(std::count(cells.begin(), cells.end(), 3), 9);
+    EXPECT_TRUE(Code(27) == 3 && Shows(27, 3) && Code(28) == 0);
+    Trigger("mnuFill");
+    Choose(5);
+    ClickCell(0);
+    EXPECT_EQ(std::count(cells.begin(), cells.end(), 5), 64 - 9);
+
+    Trigger("mnuSelect");
+    EXPECT_FALSE(Find<QAction>("mnuCopy")->isEnabled());
+    QTest::mousePress(grid, Qt::LeftButton, {}, Centre(8));
+    QTest::mouseMove(grid, Centre(9));
+    QTest::mouseRelease(grid, Qt::LeftButton, {}, Centre(9));
+    QTest::keyClick(grid, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("shardles-editor cells 2 1\n53\n"));
+    QTest::keyClick(grid, Qt::Key_Escape);
+    EXPECT_FALSE(Find<QAction>("mnuCopy")->isEnabled());
+    QTest::keyClick(grid, Qt::Key_V, Qt::ControlModifier);  // nothing selected: at the top-left corner
+    EXPECT_EQ(Code(0) * 10 + Code(1), 53);
+    Trigger("mnuFlipLeftRight");
+    EXPECT_EQ(Code(7) * 10 + Code(6), 53);
+
+    Trigger("mnuDuplicateLevel");
+    EXPECT_EQ(set().LevelCount() * 10 + set().CurrentLevel, 22);
+    Trigger("mnuShiftDown");
+    const BlockGrid second = set().Layout(2).Cells;
+    LevelOverview* overview = window->overview();
+    QTest::mousePress(overview->viewport(), Qt::LeftButton, {}, overview->entryRect(2).center());
+    QTest::mouseMove(overview->viewport(), overview->entryRect(1).center());
+    QTest::mouseRelease(overview->viewport(), Qt::LeftButton, {}, overview->entryRect(1).center());
+    EXPECT_EQ(set().Layout(1).Cells, second);
+    EXPECT_EQ(set().CurrentLevel, 1);  // the level moved stays the current one
+    Trigger("mnuCopyLevel");
+    Trigger("mnuPasteLevel");
+    EXPECT_EQ(set().LevelCount() * 10 + set().CurrentLevel, 32);
+    EXPECT_EQ(set().Layout(2).Cells, second);
 }
 
 TEST_F(WindowTest, PaletteGridAndKeysReachTheEditorAndTheCellsShowItsPictures) {
