@@ -17,6 +17,12 @@ constexpr int kTileHeight = 30;
 QString HexDigit(int code) { return QString::number(code, 16).toUpper(); }
 }  // namespace
 
+QImage ReadImage(const QString& path, const char* format) {
+    QImageReader reader(path, QByteArray(format));
+    reader.setAutoDetectImageFormat(false);
+    return reader.read();
+}
+
 // Stand-in tiles are drawn only when needed: painting text is a good part of
 // the window's start-up, and with the picture files in place none is shown.
 BlockPictures::BlockPictures() = default;
@@ -41,10 +47,7 @@ void BlockPictures::Load(const QString& folder, const std::array<std::string, 16
     for (int code = 0; code < 16; ++code) {
         const auto k = static_cast<std::size_t>(code);
         const QString path = dir.filePath(PathText(files[k]));
-        // The pictures are GIFs: naming the format spares Qt loading every
-        // image plugin to ask which one reads them.
-        QImageReader reader(path, QByteArrayLiteral("gif"));
-        QImage image = reader.read();
+        QImage image = ReadImage(path, "gif");
         if (image.isNull()) image = QImageReader(path).read();  // a picture replaced by one of another kind
         drawn_[k] = image.isNull();
         pictures_[k] = drawn_[k] ? Tile(HexDigit(code)) : QPixmap::fromImage(image);

@@ -2,12 +2,17 @@
 // very pixmap of the palette button of its code.
 #pragma once
 
+#include <QImage>
 #include <QPixmap>
 #include <QString>
 #include <array>
 #include <string>
 
 namespace shd::gui {
+
+// Reads an image of a known format, or gives a null one. Naming the format
+// spares Qt loading every image plugin to ask which one reads the file.
+QImage ReadImage(const QString& path, const char* format);
 
 class BlockPictures {
 public:

@@ -5,6 +5,7 @@
 #include <QScreen>
 #include <cstdio>
 
+#include "gui/BlockPictures.h"
 #include "gui/EditorStyle.h"
 #include "files/FileIo.h"
 #include "gui/HelpAndAbout.h"
@@ -24,7 +25,7 @@ int UsageError(const QString& reason) {
 QIcon EditorIcon() {
     QIcon icon;
     for (const int size : {16, 22, 24, 32, 48, 64, 128, 256})
-        icon.addFile(QStringLiteral(":/icons/%1x%1/shardles-editor.png").arg(size), QSize(size, size));
+        icon.addPixmap(QPixmap::fromImage(ReadImage(QStringLiteral(":/icons/%1x%1/shardles-editor.png").arg(size), "png")));
     return icon;
 }
 }  // namespace
