@@ -2,7 +2,7 @@
 # Times shardles-convert converting a 255-level Shardles set with custom
 # pictures between every pair of forms, against `shardles-convert --version`,
 # which is the cost of starting the process at all. The aim: no conversion
-# takes more than 1.5 times as long as that.
+# takes more than 2 times as long as that.
 #
 # Usage: bench/convert_bench.sh [BUILD_DIR] [WORK_DIR]
 #   BUILD_DIR  where shardles-convert was built (default: build-cli)
@@ -56,7 +56,7 @@ worst=0 worstName=
 for from in "${forms[@]}"; do
     for to in "${forms[@]}"; do
         read -r base conv ratio cpu < <("$alternate" "$runs" "$exe" --version -- "$exe" "$work/in.$from" "$work/out.$to")
-        flag=$(awk -v r="$ratio" 'BEGIN { if (r > 1.5) print "  over 1.5x" }')
+        flag=$(awk -v r="$ratio" 'BEGIN { if (r > 2) print "  over 2x" }')
         printf '%-18s %12.2f %12.2f %7.2fx %9.2fx%s\n' "$from->$to" "$conv" "$base" "$ratio" "$cpu" "$flag"
         if awk -v a="$ratio" -v b="$worst" 'BEGIN { exit !(a > b) }'; then worst=$ratio worstName="$from->$to"; fi
     done

@@ -1,37 +1,52 @@
 #!/usr/bin/env bash
-# Starts the editor on a virtual 1600x1000 screen and writes PNGs of it.
+# Writes the README's pictures of the editor, each on a virtual screen of its
+# own under Xvfb:
 #
-#   scripts/screenshot.sh [shardles.png [tiltbash.png]]
+#   docs/screenshot.png        a sample Shardles set on a 1920x1200 screen:
+#                              the overview panel and the grid at 300%
+#   docs/window-1024x768.png   a new set on a 1024x768 screen
+#   docs/window-150.png        a new set at a scale of 150%
+#                              (QT_SCALE_FACTOR=1.5 on a 1536x1152 screen)
 #
-# The first picture, default docs/screenshot.png, shows a new Shardles set in
-# which a few blocks were painted as a user paints them: a block chosen by
-# typing its code, a row dragged with the mouse, single clicks; the status
-# bar then shows the level and its block count. When a second path is given,
-# the script then chooses File > New > Tiltbash File by keyboard and takes
-# the second picture. Needs xvfb-run, ImageMagick's import and libXtst.
-# The build directory is $BUILD_DIR, default build-gui.
+#   scripts/screenshot.sh [OUT_DIR]     (default docs)
+#
+# Needs xvfb-run, ImageMagick's import and libXtst (for the Return key that
+# closes "Opened Succesfully"). The build directory is $BUILD_DIR, default
+# build-gui.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-root=$(pwd)
-
-shardles_png=$(realpath -m "${1:-docs/screenshot.png}")
-tiltbash_png=${2:+$(realpath -m "$2")}
+out=$(realpath -m "${1:-docs}")
 build_dir=$(realpath -m "${BUILD_DIR:-build-gui}")
 
 if [[ ! -f "$build_dir/build.ninja" ]]; then
-  cmake -S "$root" -B "$build_dir" -G Ninja >/dev/null
+  cmake -S . -B "$build_dir" -G Ninja -DSHD_TESTS=OFF >/dev/null
 fi
 log=$(mktemp)
 ninja -C "$build_dir" -j2 shardles-editor >"$log" 2>&1 || { cat "$log"; rm -f "$log"; exit 1; }
 rm -f "$log"
-mkdir -p "$(dirname "$shardles_png")"
-[[ -n "$tiltbash_png" ]] && mkdir -p "$(dirname "$tiltbash_png")"
+mkdir -p "$out"
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
 
-keys_py=$(mktemp --suffix=.py)
-trap 'rm -f "$keys_py"' EXIT
-# Types keys and moves the mouse on the X display through the XTest
-# extension. Each argument is a chord of key names joined by "+" (alt+f),
-# "click:X,Y" or "drag:X1,Y1,X2,Y2" (left button, in screen pixels).
+# Twelve levels of walls, last blocks, shardles and their changers.
+python3 - "$work/sample.json" <<'PY'
+import json, sys
+levels = []
+for n in range(12):
+    cells = [0] * 80
+    for c in range(8):
+        cells[c] = 1 + (n + c) % 2 * 14              # a top wall, arrows between blocks
+    for r in range(2, 8):
+        cells[r * 8 + (r + n) % 8] = 11 + (r % 2)    # a diagonal of lock blocks
+    cells[8 * 4 + 3] = cells[8 * 4 + 4] = 6          # last blocks
+    cells[8 * 2 + 1], cells[8 * 2 + 6] = 2, 3        # a spotted shardle and its changer
+    cells[8 * 6 + 1], cells[8 * 6 + 6] = 8 + n % 2, 9 - n % 2
+    levels.append({"Cells": cells, "BallX": 40, "BallY": 50})
+json.dump({"Kind": "Shardles", "Title": "Sample levels", "Levels": levels}, open(sys.argv[1], "w"))
+PY
+
+keys_py="$work/keys.py"
+# Presses the keys named on the command line (X keysym names) on the X display.
 cat >"$keys_py" <<'PY'
 import ctypes, sys, time
 x11 = ctypes.cdll.LoadLibrary("libX11.so.6")
@@ -40,78 +55,37 @@ x11.XOpenDisplay.restype = ctypes.c_void_p
 x11.XStringToKeysym.restype = ctypes.c_ulong
 x11.XKeysymToKeycode.argtypes = [ctypes.c_void_p, ctypes.c_ulong]
 xtst.XTestFakeKeyEvent.argtypes = [ctypes.c_void_p, ctypes.c_uint, ctypes.c_int, ctypes.c_ulong]
-xtst.XTestFakeMotionEvent.argtypes = [ctypes.c_void_p, ctypes.c_int, ctypes.c_int, ctypes.c_int, ctypes.c_ulong]
-xtst.XTestFakeButtonEvent.argtypes = [ctypes.c_void_p, ctypes.c_uint, ctypes.c_int, ctypes.c_ulong]
 x11.XFlush.argtypes = [ctypes.c_void_p]
 display = x11.XOpenDisplay(None)
 if not display:
     sys.exit("no X display")
-names = {"alt": "Alt_L", "ctrl": "Control_L", "shift": "Shift_L"}
-xtst.XTestFakeMotionEvent(display, -1, 800, 600, 0)
-x11.XFlush(display)
-time.sleep(0.2)
-# There is no window manager to give the window the keyboard: hand it over directly.
-x11.XDefaultRootWindow.restype = ctypes.c_ulong
-x11.XDefaultRootWindow.argtypes = [ctypes.c_void_p]
-root = x11.XDefaultRootWindow(display)
-ret_root, child = ctypes.c_ulong(), ctypes.c_ulong()
-ints = [ctypes.c_int() for _ in range(4)]
-mask = ctypes.c_uint()
-x11.XQueryPointer.argtypes = [ctypes.c_void_p, ctypes.c_ulong] + [ctypes.c_void_p] * 7
-x11.XQueryPointer(display, root, ctypes.byref(ret_root), ctypes.byref(child), *[ctypes.byref(i) for i in ints],
-                  ctypes.byref(mask))
-if child.value:
-    x11.XSetInputFocus.argtypes = [ctypes.c_void_p, ctypes.c_ulong, ctypes.c_int, ctypes.c_ulong]
-    x11.XSetInputFocus(display, child.value, 2, 0)  # RevertToParent, CurrentTime
+for name in sys.argv[1:]:
+    code = x11.XKeysymToKeycode(display, x11.XStringToKeysym(name.encode()))
+    xtst.XTestFakeKeyEvent(display, code, 1, 0)
+    xtst.XTestFakeKeyEvent(display, code, 0, 0)
     x11.XFlush(display)
-    time.sleep(0.3)
-def move(x, y):
-    xtst.XTestFakeMotionEvent(display, -1, x, y, 0)
-    x11.XFlush(display)
-    time.sleep(0.05)
-def button(down):
-    xtst.XTestFakeButtonEvent(display, 1, 1 if down else 0, 0)
-    x11.XFlush(display)
-    time.sleep(0.1)
-for chord in sys.argv[1:]:
-    if chord.startswith(("click:", "drag:")):
-        points = [int(v) for v in chord.split(":", 1)[1].split(",")]
-        move(points[0], points[1])
-        button(True)
-        if len(points) == 4:
-            # In small steps, as a hand moves it.
-            for k in range(1, 21):
-                move(points[0] + (points[2] - points[0]) * k // 20, points[1] + (points[3] - points[1]) * k // 20)
-        button(False)
-        time.sleep(0.3)
-        continue
-    codes = [x11.XKeysymToKeycode(display, x11.XStringToKeysym(names.get(k, k).encode())) for k in chord.split("+")]
-    for code in codes:
-        xtst.XTestFakeKeyEvent(display, code, 1, 0)
-    for code in reversed(codes):
-        xtst.XTestFakeKeyEvent(display, code, 0, 0)
-    x11.XFlush(display)
-    time.sleep(0.4)
+    time.sleep(0.5)
 PY
 
-xvfb-run -a -s "-screen 0 1600x1000x24" bash -s "$build_dir" "$shardles_png" "$tiltbash_png" "$keys_py" <<'INNER'
+# shot SCREEN PNG [FILE] [ENV...]: the editor maximised on a screen of that size.
+shot() {
+  local screen=$1 png=$2 file=$3
+  shift 3
+  env "$@" xvfb-run -a -s "-screen 0 ${screen}x24" bash -s "$build_dir" "$png" "$file" "$keys_py" <<'INNER'
 set -euo pipefail
-build_dir=$1 shardles_png=$2 tiltbash_png=$3 keys_py=$4
-"$build_dir/shardles-editor" &
+build_dir=$1 png=$2 file=$3 keys_py=$4
+"$build_dir/shardles-editor" ${file:+"$file"} &
 editor=$!
 sleep 3
-# The grid of a 1600x1000 screen at 96 DPI: cells 40 pixels wide from x 640,
-# rows about 30 pixels high from y 384. Blocks on rows 2 and 7, a last block
-# and two keys; the palette has the focus at start, so typing a digit chooses.
-/usr/bin/python3 "$keys_py" 1 drag:660,458,940,458 6 click:780,518 c click:700,607 click:860,607
-sleep 1
-import -window root "$shardles_png"
-if [[ -n "$tiltbash_png" ]]; then
-  /usr/bin/python3 "$keys_py" alt+f n t
-  sleep 1
-  import -window root "$tiltbash_png"
-fi
+# The message box that says the file opened has the keyboard.
+if [[ -n "$file" ]]; then /usr/bin/python3 "$keys_py" Return; sleep 1; fi
+import -window root "$png"
 kill "$editor"
 wait "$editor" 2>/dev/null || true
 INNER
-echo "wrote $shardles_png${tiltbash_png:+ and $tiltbash_png}"
+  echo "wrote $png"
+}
+
+shot 1920x1200 "$out/screenshot.png" "$work/sample.json"
+shot 1024x768 "$out/window-1024x768.png" ""
+shot 1536x1152 "$out/window-150.png" "" QT_SCALE_FACTOR=1.5

@@ -66,9 +66,13 @@ void LevelOverview::showSet(const LevelSet& set, const BlockPictures& pictures, 
     if (redrawAll) {
         generation_ = pictureGeneration;
         shape_ = shape;
-        for (int code = 0; code < 16; ++code)
+        for (int code = 0; code < 16; ++code) {
+            // Each block as its picture looks from afar: all its pixels averaged.
+            const QImage picture = pictures.Of(code).toImage();
             colours_[static_cast<std::size_t>(code)] =
-                pictures.Of(code).toImage().scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixel(0, 0);
+                picture.isNull() ? qRgb(128, 128, 128)
+                                 : picture.scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixel(0, 0);
+        }
         viewport()->update();
     }
     const auto count = static_cast<std::size_t>(set.LevelCount());
