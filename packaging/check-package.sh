@@ -18,6 +18,7 @@ expected="/usr/bin/shardles-editor /usr/bin/shardles-convert
 /usr/share/man/man1/shardles-editor.1 /usr/share/man/man1/shardles-convert.1
 /usr/share/applications/$id.desktop /usr/share/metainfo/$id.metainfo.xml
 /usr/share/mime/packages/shardles-editor.xml /usr/share/shardles-editor/user-guide.md
+/usr/share/shardles-editor/docs/screenshot.png /usr/share/shardles-editor/docs/window-1024x768.png
 /usr/share/shardles-editor/nothing.gif /usr/share/icons/hicolor/scalable/apps/shardles-editor.svg"
 for code in 1 2 3 4 5 6 7 8 9 A B C D E F; do
   expected="$expected /usr/share/shardles-editor/shdblock$code.gif /usr/share/shardles-editor/tlblock$code.gif"

@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QFile>
+#include <QFileInfo>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 #include <cstdio>
@@ -57,6 +58,8 @@ void ShowUserGuide(QWidget* parent, const QString& path) {
         viewer->setWindowTitle(QString::fromLatin1(kProgramTitle) + QStringLiteral(" - User Guide"));
         auto* text = new QTextBrowser(viewer);
         text->setOpenExternalLinks(true);
+        // The guide's pictures are in docs/ beside it.
+        text->setSearchPaths({QFileInfo(path).absolutePath()});
         QFile file(path);
         if (file.open(QIODevice::ReadOnly)) text->setMarkdown(QString::fromUtf8(file.readAll()));
         else text->setPlainText(QStringLiteral("The user guide should be in %1, but it is not there.").arg(path));
