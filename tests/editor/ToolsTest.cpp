@@ -53,10 +53,6 @@ protected:
                     " ";
         return text + "@" + std::to_string(set().CurrentLevel);
     }
-    void Special(int count) {
-        prompts.Expect(K::Input, kSpecial, Answer::Yes, std::to_string(count));
-        editor.mnuSpecial_Click();
-    }
 };
 
 TEST_F(ToolsTest, ARectangleSpansFromItsAnchorInAnyDirectionAndOffTheGridKeepsItsLastCell) {
@@ -266,11 +262,11 @@ TEST(CellToolsTest, FlipsMirrorTheWholeGridAndShiftsWrapAroundOnBothGrids) {
 
 TEST_F(ToolsTest, LevelCommandsKeepEachRecordWithItsLevelAndShowTheOneTheyMade) {
     ThreeLevels();
-    for (int level = 1; level <= 3; ++level) SwitchTo(level), Special(10 * level);
+    for (int level = 1; level <= 3; ++level) SwitchTo(level), Special(std::to_string(10 * level));
     SwitchTo(2);
     editor.txtBally_KeyUp(keys::Backspace, "7");  // left unchecked: the level left keeps it, as on a switch
     editor.DuplicateLevel();
-    Special(50);
+    Special("50");
     EXPECT_EQ(Order(), "11 22 25 33 @3");
     EXPECT_EQ(set().Layout(2).BallY * 10 + set().Layout(3).BallY, 77);
     EXPECT_EQ(set().Record(3).SpottedCount, 1);

@@ -7,14 +7,12 @@
 #include <QClipboard>
 #include <QToolBar>
 #include <QComboBox>
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QDropEvent>
-#include <QPushButton>
 #include <QTest>
 #include <QWheelEvent>
 #include <sstream>
