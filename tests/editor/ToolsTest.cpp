@@ -173,7 +173,7 @@ TEST_F(ToolsTest, SelectedCellsCopyAndPasteAcrossLevelsAndGamesAndPastesAreCutAt
     };
     for (const auto& [corner, rows, range, shardles] : pastes) {
         if (set().IsShardles() != shardles) {
-            Discard(), editor.mnuNewTil_Click();
+            New(GameKind::Tiltbash);
             EXPECT_EQ(ui().selection, CellRange{});  // a new grid, no selection
         }
         editor.ClearSelection();
@@ -298,14 +298,14 @@ TEST_F(ToolsTest, LevelCommandsKeepEachRecordWithItsLevelAndShowTheOneTheyMade) 
     editor.PasteLevel(shardles);
     EXPECT_TRUE(set().Layout(3) == set().Layout(2) && set().Record(3) == set().Record(2));
     EXPECT_EQ(Order(), "33 25 25 22 11 @3");
-    Discard(), editor.mnuNewTil_Click();
+    New(GameKind::Tiltbash);
     editor.PasteLevel(shardles);
     EXPECT_EQ(Order() + std::to_string(set().Record(2).CenterLineCount), "0 25 @20");
     EXPECT_EQ(Rows(6, 7) + std::to_string(set().Layout(2).Cells[0]), "00000000/000000006");
     ExpectInStep();
     Paint(63, 1);
     const std::string tiltbash = editor.CopyLevel();
-    Discard(), editor.mnuNewShd_Click();
+    New(GameKind::Shardles);
     DebuggerOff();
     editor.PasteLevel(tiltbash);
     EXPECT_EQ(Rows(7, 9), "00000001/00000000/00000000");
