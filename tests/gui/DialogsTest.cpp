@@ -1,11 +1,9 @@
 // The real dialogs behind the editor's prompts, answered while they are open,
-// the custom piece dialog and the Help menu's, where the program finds its
-// files, whether built or installed, and the small pieces under the windows.
+// the custom piece dialog, where the program finds its files, whether built
+// or installed, and the small pieces under the windows.
 #include <gtest/gtest.h>
 
-#include <QAction>
 #include <QApplication>
-#include <QDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -15,7 +13,6 @@
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <QTest>
-#include <QTextBrowser>
 #include <QTimer>
 #include <functional>
 
@@ -28,7 +25,6 @@
 #include "gui/Widgets.h"
 #include "gui/frmCusShd.h"
 #include "gui/frmDev.h"
-#include "support/ScriptedPrompts.h"
 #include "support/Support.h"
 
 // Texts in a failure message as text.
@@ -205,24 +201,6 @@ TEST(Places, BesideTheProgramWhenBuiltInTheShareFolderWhenInstalled) {
     EXPECT_EQ(built.data + "|" + built.settings + "|" + built.startFolder,
               root + "/bin|" + root + "/bin/info.ini|" + root + "/bin");
     QStandardPaths::setTestModeEnabled(false);
-}
-
-TEST(HelpMenu, ContentsShowsTheShippedGuideAndAboutNamesTheProgram) {
-    test::TempDir dir;
-    test::WriteFile(dir.path / "user-guide.md", "## Using the editor\n\n- **File → New** starts a set.\n");
-    test::ScriptedPrompts prompts;
-    frmDev window(&prompts, kScreen);
-    window.Start(PathText(dir / "info.ini"), PathText(dir.path.string()));
-    window.findChild<QAction*>(QStringLiteral("mnuContents"))->trigger();
-    auto* guide = window.findChild<QDialog*>(QStringLiteral("userGuide"));
-    ASSERT_NE(guide, nullptr);
-    EXPECT_TRUE(guide->isVisible());
-    EXPECT_EQ(guide->findChild<QTextBrowser*>()->toPlainText(), QStringLiteral("Using the editor\nFile → New starts a set."));
-
-    prompts.ExpectMessage(AboutText());
-    window.findChild<QAction*>(QStringLiteral("mnuAbout"))->trigger();
-    EXPECT_TRUE(prompts.done());
-    EXPECT_TRUE(AboutText().starts_with(std::string(kWindowCaption) + "\n\nVersion 3.0\n\nDraws levels"));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QToolBar>
 #include <QComboBox>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -14,6 +15,7 @@
 #include <QMimeData>
 #include <QDropEvent>
 #include <QTest>
+#include <QTextBrowser>
 #include <QWheelEvent>
 #include <sstream>
 
@@ -308,14 +310,23 @@ TEST_F(WindowTest, MenusRunTheirHandlersAndShowTheEditorsMarks) {
     window->trickyMenu()->hide();
 }
 
-TEST_F(WindowTest, StartReadsTheLastFolderPicturesComeFromTheFolderAndClosingAsks) {
+// The program's folder holds the block pictures and the user's guide that Help shows.
+TEST_F(WindowTest, StartReadsTheLastFolderPicturesAndHelpComeFromTheFolderAndClosingAsks) {
     for (int code = 0; code < 16; ++code) EXPECT_FALSE(window->pictures().IsDrawnTile(code)) << code;
     EXPECT_EQ(window->editor().lastFolder(), ASSETS_DIR);
     test::WriteFile(dir.path / "info.ini", "/some/where/\r\n");
+    test::WriteFile(dir.path / "user-guide.md", "## Using the editor\n\n- **File → New** starts a set.\n");
     Open(PathText(dir.path.string()));  // no pictures there: drawn tiles, without a word
     EXPECT_EQ(window->editor().lastFolder(), "/some/where/");
     EXPECT_TRUE(window->pictures().IsDrawnTile(11));
     EXPECT_EQ(window->paletteButton(11)->picture().toImage(), BlockPictures::Tile(QStringLiteral("B")).toImage());
+    Trigger("mnuContents");
+    auto* guide = Find<QDialog>("userGuide");
+    ASSERT_TRUE(guide && guide->isVisible());
+    EXPECT_EQ(guide->findChild<QTextBrowser*>()->toPlainText(), QStringLiteral("Using the editor\nFile → New starts a set."));
+    prompts.ExpectMessage(AboutText());
+    Trigger("mnuAbout");
+    EXPECT_TRUE(AboutText().starts_with(std::string(kWindowCaption) + "\n\nVersion 3.0\n\nDraws levels"));
     Trigger("mnuExit");  // nothing changed: nothing asked
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(test::ReadFile(dir.path / "info.ini"), "/some/where/\r\n");
