@@ -274,8 +274,9 @@ TEST_F(ToolsTest, LevelCommandsKeepEachRecordWithItsLevelAndShowTheOneTheyMade) 
               "Level 3|Number of Levels: 4|Level 4");
     // The current level stays current; another current level follows its level.
     const std::tuple<int, int, std::string> moves[] = {
-        {1, 4, "22 25 33 11 @2"}, {2, 1, "25 22 33 11 @1"}, {3, 1, "33 25 22 11 @2"}, {4, 2, "33 11 25 22 @3"},
-        {0, 2, "33 11 25 22 @3"}, {4, 5, "33 11 25 22 @3"}, {2, 2, "33 11 25 22 @3"}};
+        {1, 4, "22 25 33 11 @2"}, {2, 1, "25 22 33 11 @1"}, {3, 1, "33 25 22 11 @2"},
+        {1, 2, "25 33 22 11 @1"}, {2, 1, "33 25 22 11 @2"},  // onto the current level's place and back
+        {4, 2, "33 11 25 22 @3"}, {0, 2, "33 11 25 22 @3"}, {4, 5, "33 11 25 22 @3"}, {2, 2, "33 11 25 22 @3"}};
     for (const auto& [from, to, order] : moves) {
         editor.MoveLevel(from, to);
         EXPECT_EQ(Order(), order) << from << " to " << to;
