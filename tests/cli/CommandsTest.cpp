@@ -25,24 +25,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string Unescaped(const std::string& text) {
-    std::string out;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '\\' || i + 1 == text.size()) {
-            out += text[i];
-            continue;
-        }
-        const char c = text[++i];
-        if (c == 'x') {
-            out += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
-            i += 2;
-        } else {
-            out += c == 'r' ? '\r' : c == 'n' ? '\n' : c == 't' ? '\t' : c == '0' ? '\0' : c;
-        }
-    }
-    return out;
-}
-
 // The text after the first blank, and the first word.
 std::pair<std::string, std::string> Split(const std::string& text) {
     const auto blank = text.find(' ');
@@ -103,12 +85,7 @@ TEST_P(Commands, RunAsTheCaseSays) {
             const auto [name, bytes] = Split(rest);
             EXPECT_NE(ReadFile(work.path / name).find(Unescaped(bytes)), std::string::npos) << name;
         } else if (word == "files:") {
-            std::vector<std::string> names;
-            for (const auto& entry : fs::directory_iterator(work.path)) names.push_back(entry.path().filename());
-            std::sort(names.begin(), names.end());
-            std::string listed;
-            for (const auto& name : names) listed += (listed.empty() ? "" : " ") + name;
-            EXPECT_EQ(listed, rest);
+            EXPECT_EQ(FileNames(work.path), rest);
         } else {
             ADD_FAILURE() << "unknown line";
         }

@@ -53,10 +53,6 @@ protected:
                     " ";
         return text + "@" + std::to_string(set().CurrentLevel);
     }
-    void Special(int count) {
-        prompts.Expect(K::Input, kSpecial, Answer::Yes, std::to_string(count));
-        editor.mnuSpecial_Click();
-    }
 };
 
 TEST_F(ToolsTest, ARectangleSpansFromItsAnchorInAnyDirectionAndOffTheGridKeepsItsLastCell) {
@@ -177,7 +173,7 @@ TEST_F(ToolsTest, SelectedCellsCopyAndPasteAcrossLevelsAndGamesAndPastesAreCutAt
     };
     for (const auto& [corner, rows, range, shardles] : pastes) {
         if (set().IsShardles() != shardles) {
-            Discard(), editor.mnuNewTil_Click();
+            New(GameKind::Tiltbash);
             EXPECT_EQ(ui().selection, CellRange{});  // a new grid, no selection
         }
         editor.ClearSelection();
@@ -266,11 +262,11 @@ TEST(CellToolsTest, FlipsMirrorTheWholeGridAndShiftsWrapAroundOnBothGrids) {
 
 TEST_F(ToolsTest, LevelCommandsKeepEachRecordWithItsLevelAndShowTheOneTheyMade) {
     ThreeLevels();
-    for (int level = 1; level <= 3; ++level) SwitchTo(level), Special(10 * level);
+    for (int level = 1; level <= 3; ++level) SwitchTo(level), Special(std::to_string(10 * level));
     SwitchTo(2);
     editor.txtBally_KeyUp(keys::Backspace, "7");  // left unchecked: the level left keeps it, as on a switch
     editor.DuplicateLevel();
-    Special(50);
+    Special("50");
     EXPECT_EQ(Order(), "11 22 25 33 @3");
     EXPECT_EQ(set().Layout(2).BallY * 10 + set().Layout(3).BallY, 77);
     EXPECT_EQ(set().Record(3).SpottedCount, 1);
@@ -278,8 +274,9 @@ TEST_F(ToolsTest, LevelCommandsKeepEachRecordWithItsLevelAndShowTheOneTheyMade) 
               "Level 3|Number of Levels: 4|Level 4");
     // The current level stays current; another current level follows its level.
     const std::tuple<int, int, std::string> moves[] = {
-        {1, 4, "22 25 33 11 @2"}, {2, 1, "25 22 33 11 @1"}, {3, 1, "33 25 22 11 @2"}, {4, 2, "33 11 25 22 @3"},
-        {0, 2, "33 11 25 22 @3"}, {4, 5, "33 11 25 22 @3"}, {2, 2, "33 11 25 22 @3"}};
+        {1, 4, "22 25 33 11 @2"}, {2, 1, "25 22 33 11 @1"}, {3, 1, "33 25 22 11 @2"},
+        {1, 2, "25 33 22 11 @1"}, {2, 1, "33 25 22 11 @2"},  // onto the current level's place and back
+        {4, 2, "33 11 25 22 @3"}, {0, 2, "33 11 25 22 @3"}, {4, 5, "33 11 25 22 @3"}, {2, 2, "33 11 25 22 @3"}};
     for (const auto& [from, to, order] : moves) {
         editor.MoveLevel(from, to);
         EXPECT_EQ(Order(), order) << from << " to " << to;
@@ -302,14 +299,14 @@ TEST_F(ToolsTest, LevelCommandsKeepEachRecordWithItsLevelAndShowTheOneTheyMade) 
     editor.PasteLevel(shardles);
     EXPECT_TRUE(set().Layout(3) == set().Layout(2) && set().Record(3) == set().Record(2));
     EXPECT_EQ(Order(), "33 25 25 22 11 @3");
-    Discard(), editor.mnuNewTil_Click();
+    New(GameKind::Tiltbash);
     editor.PasteLevel(shardles);
     EXPECT_EQ(Order() + std::to_string(set().Record(2).CenterLineCount), "0 25 @20");
     EXPECT_EQ(Rows(6, 7) + std::to_string(set().Layout(2).Cells[0]), "00000000/000000006");
     ExpectInStep();
     Paint(63, 1);
     const std::string tiltbash = editor.CopyLevel();
-    Discard(), editor.mnuNewShd_Click();
+    New(GameKind::Shardles);
     DebuggerOff();
     editor.PasteLevel(tiltbash);
     EXPECT_EQ(Rows(7, 9), "00000001/00000000/00000000");

@@ -2,8 +2,6 @@
 // file whole or leave it as it was.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "files/FileIo.h"
 #include "support/Support.h"
 
@@ -11,15 +9,6 @@ namespace shd::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Names(const fs::path& folder) {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder)) names.push_back(entry.path().filename());
-    std::sort(names.begin(), names.end());
-    std::string listed;
-    for (const auto& name : names) listed += name + " ";
-    return listed;
-}
 
 TEST(FileIo, ReadsAndSavesFilesOfAnySizeWholeAndLeavesNothingBeside) {
     TempDir dir;
@@ -29,7 +18,7 @@ TEST(FileIo, ReadsAndSavesFilesOfAnySizeWholeAndLeavesNothingBeside) {
         std::string error;
         ASSERT_TRUE(WriteFileAtomic(dir / "set.rsx", bytes, &error)) << error;
         EXPECT_EQ(ReadWholeFile(dir / "set.rsx"), bytes);
-        EXPECT_EQ(Names(dir.path), "set.rsx ");
+        EXPECT_EQ(FileNames(dir.path), "set.rsx");
     }
     std::string error;
     EXPECT_FALSE(ReadWholeFile(dir / "absent", &error));
@@ -43,13 +32,13 @@ TEST(FileIo, AFailedSaveLeavesWhatWasThereAndSaysWhy) {
     std::string error;
     EXPECT_FALSE(WriteFileAtomic(dir / "missing/set.rsx", "new", &error));
     EXPECT_NE(error.find("No such file or directory"), std::string::npos) << error;
-    EXPECT_EQ(Names(dir.path), "");
+    EXPECT_EQ(FileNames(dir.path), "");
     // A folder cannot be replaced by a file; what was written beside it goes again.
     fs::create_directory(dir.path / "taken");
     WriteFile(dir.path / "taken" / "inside", "kept");
     EXPECT_FALSE(WriteFileAtomic(dir / "taken", "new", &error));
     EXPECT_NE(error.find("cannot replace"), std::string::npos) << error;
-    EXPECT_EQ(Names(dir.path), "taken ");
+    EXPECT_EQ(FileNames(dir.path), "taken");
     EXPECT_EQ(ReadFile(dir.path / "taken" / "inside"), "kept");
     EXPECT_EQ(FolderOf("/a/b.rsx") + "|" + FileTitleOf("/a/b.rsx") + "|" + FolderOf("b.rsx"), "/a/|b.rsx|");
 }

@@ -1,5 +1,6 @@
 // The real dialogs behind the editor's prompts, answered while they are open,
-// the custom piece dialog, and the small pieces under the windows.
+// the custom piece dialog, where the program finds its files, whether built
+// or installed, and the small pieces under the windows.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -18,6 +19,7 @@
 #include "editor/Layout.h"
 #include "gui/BlockPictures.h"
 #include "gui/EditorStyle.h"
+#include "gui/Places.h"
 #include "gui/QtPrompts.h"
 #include "gui/Text.h"
 #include "gui/Widgets.h"
@@ -109,7 +111,6 @@ TEST(Dialogs, TheCustomPieceDialogShowsTheColumnsInItsOrderAndItsButtonsEdit) {
     };
     for (int n : {3, 4}) QTest::mouseClick(dialog.cell(n), Qt::LeftButton);
     EXPECT_EQ(captions({3, 4, 5}), QStringLiteral("170"));
-    EXPECT_EQ(set.CustomChangerPicture.at(3), 0);  // stored only on OK, by the editor
     auto button = [&](const char* name) { return dialog.findChild<QPushButton*>(QString::fromLatin1(name)); };
     QTest::mouseClick(button("cmdDefault"), Qt::LeftButton);
     EXPECT_EQ(captions({1, 8, 11, 15}), QStringLiteral("1010"));
@@ -140,20 +141,12 @@ TEST(Dialogs, TheCustomPieceDialogShowsTheColumnsInItsOrderAndItsButtonsEdit) {
     }
 }
 
-TEST(Pieces, TextsCrossAsWindows1252AndTheSettingsFileFindsAFolderItCanWrite) {
+TEST(Pieces, TextsCrossAsWindows1252) {
     std::string all;
     for (int b = 0; b < 256; ++b) all += static_cast<char>(b);
     EXPECT_EQ(ToBytes(ToQt(all)), all);
     EXPECT_EQ(ToQt("\x80\x9f\xe9"), QString::fromUtf8("\xE2\x82\xAC\xC5\xB8\xC3\xA9"));
     EXPECT_EQ(ToBytes(QString::fromUtf8("A\xC4\x89\xF0\x9F\x98\x80" "b")), "A??b");  // an emoji is one "?"
-    test::TempDir folder;
-    EXPECT_EQ(SettingsPath(PathText(folder.path)), PathText(folder / "info.ini"));
-    QStandardPaths::setTestModeEnabled(true);
-    const QString elsewhere = SettingsPath(QStringLiteral("/no/such/folder"));
-    const QString config = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
-    QStandardPaths::setTestModeEnabled(false);
-    EXPECT_EQ(elsewhere, QDir(config).filePath(QStringLiteral("info.ini")));
-    EXPECT_TRUE(QDir(config).exists());
 }
 
 TEST(Pieces, EveryBlockLooksDifferentAndWhatCannotBeReadIsADrawnTile) {
@@ -185,6 +178,29 @@ TEST(Pieces, TheMenuBarsOverflowArrowIsTheBaseStylesOwnWhenFirstDrawn) {
                 EXPECT_EQ(mine.pixmap(size).toImage(), theirs.pixmap(size).toImage()) << which << " " << size;
         }
     }
+}
+
+// The settings file goes where the program can write: beside it when built,
+// else in the user's configuration folder, made when missing.
+TEST(Places, BesideTheProgramWhenBuiltInTheShareFolderWhenInstalled) {
+    QStandardPaths::setTestModeEnabled(true);
+    test::TempDir dir;
+    const QString root = PathText(dir.path.string());
+    QDir(root).mkpath(QStringLiteral("bin"));
+    QDir(root).mkpath(QStringLiteral("share/shardles-editor"));
+    test::WriteFile(dir.path / "share/shardles-editor/shdblock1.gif", "");
+    const Places installed = FindPlaces(root + QStringLiteral("/bin"));
+    EXPECT_EQ(installed.data, root + QStringLiteral("/share/shardles-editor"));
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+    EXPECT_EQ(installed.settings, config + QStringLiteral("/info.ini"));
+    EXPECT_TRUE(QDir(config).exists());
+    EXPECT_EQ(installed.startFolder, QDir::homePath());
+
+    test::WriteFile(dir.path / "bin/shdblock1.gif", "");
+    const Places built = FindPlaces(root + QStringLiteral("/bin"));
+    EXPECT_EQ(built.data + "|" + built.settings + "|" + built.startFolder,
+              root + "/bin|" + root + "/bin/info.ini|" + root + "/bin");
+    QStandardPaths::setTestModeEnabled(false);
 }
 
 }  // namespace

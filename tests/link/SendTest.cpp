@@ -11,11 +11,9 @@
 #undef restrict
 
 #include "editor/CalculatorLink.h"
-#include "editor/Editor.h"
 #include "formats/Sending.h"
 #include "link/Link.h"
-#include "support/ScriptedPrompts.h"
-#include "support/Support.h"
+#include "support/EditorFixture.h"
 
 namespace shd::test {
 namespace {
@@ -37,25 +35,10 @@ public:
     std::vector<int> progress;
 };
 
-class SendTest : public testing::Test {
+// A set of three levels with last blocks, which saving asks for.
+class SendTest : public EditorTest {
 protected:
-    // A Shardles set of two levels with last blocks, which saving asks for.
-    SendTest() : editor(prompts) {
-        editor.FormLoad(dir / "info.ini", dir.path);
-        editor.Toggle(Toggle::Debugger);
-        editor.txtTitle_Changed("Sent set");
-        for (int level = 1; level <= 2; ++level) {
-            if (level > 1) editor.cmdAddLev_Click(), editor.cmbLevels_Click(level - 1);
-            for (int cell : {0, 9, 17 + level}) {
-                editor.optBlocks_Click(cell == 0 ? 6 : level);
-                editor.pctBox_MouseUp(cell, MouseButton::Left);
-            }
-        }
-    }
-    ~SendTest() override { EXPECT_TRUE(prompts.done()) << "prompts the test expected were not shown"; }
-    TempDir dir;
-    ScriptedPrompts prompts;
-    Editor editor;
+    SendTest() { ThreeLevels(); }
     VirtualLink link;
 };
 
@@ -70,7 +53,7 @@ TEST_F(SendTest, TheCalculatorGetsTheVariableSaveCompiledCodeWrites) {
     char line[256] = "";
     ASSERT_TRUE(std::fgets(line, sizeof line, calculator));
     ASSERT_STREQ(line, "ready\n");
-    prompts.Expect(ScriptedPrompts::Kind::Input, kSendNamePrompt, Answer::Yes, "lvl")
+    prompts.Expect(K::Input, kSendNamePrompt, Answer::Yes, "lvl")
         .ExpectMessage("Sent to the calculator as LVL.");
     editor.mnuSendCalc_Click(link);
     const std::string said = std::fgets(line, sizeof line, calculator) ? line : "";
@@ -94,17 +77,17 @@ TEST_F(SendTest, NamesCablesAndSilenceEachGetTheirMessage) {
         std::vector<std::string> FindCables() override { return {}; }
         std::string Send(std::size_t, const std::string&) override { return "sent"; }
     } none;
-    prompts.Expect(ScriptedPrompts::Kind::Input, kSendNamePrompt, Answer::Yes, "2FAST")
+    prompts.Expect(K::Input, kSendNamePrompt, Answer::Yes, "2FAST")
         .ExpectMessage(*CalculatorNameFault("2FAST"));
     editor.mnuSendCalc_Click(none);
-    prompts.Expect(ScriptedPrompts::Kind::Input, kSendNamePrompt, Answer::Yes, "ok").ExpectMessage(kNoCableMessage);
+    prompts.Expect(K::Input, kSendNamePrompt, Answer::Yes, "ok").ExpectMessage(kNoCableMessage);
     editor.mnuSendCalc_Click(none);
     EXPECT_EQ(prompts.lastDefault(), "LEVELS");
 
     // Nobody at the other end of the link.
-    prompts.Expect(ScriptedPrompts::Kind::Input, kSendNamePrompt, Answer::Yes, "quiet").ExpectMessage(kNoAnswerMessage);
+    prompts.Expect(K::Input, kSendNamePrompt, Answer::Yes, "quiet").ExpectMessage(kNoAnswerMessage);
     editor.mnuSendCalc_Click(link);
-    prompts.Expect(ScriptedPrompts::Kind::Input, kSendNamePrompt, Answer::Yes, "");
+    prompts.Expect(K::Input, kSendNamePrompt, Answer::Yes, "");
     editor.mnuSendCalc_Click(link);
     EXPECT_EQ(prompts.lastDefault(), "QUIET");
 }

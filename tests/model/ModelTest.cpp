@@ -1,4 +1,4 @@
-// The level set's defaults and invariants, typed numbers and Windows-1252.
+// The level set's counts and invariants, typed numbers and Windows-1252.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -9,17 +9,6 @@
 
 namespace shd {
 namespace {
-
-TEST(LevelSet, NewSetsHaveTheirDefaultsAndOneEmptyLevelOfTheirKind) {
-    const LevelSet shardles = NewSet(GameKind::Shardles);
-    EXPECT_EQ(shardles.LevelCount(), 1);
-    EXPECT_EQ(shardles.Layout(1).Cells, BlockGrid(80, 0));
-    EXPECT_EQ(NewSet(GameKind::Tiltbash).Layout(1).Cells.size(), 64u);
-    EXPECT_EQ(shardles.Title, "Please Add a Title");
-    EXPECT_EQ(shardles.BonusClock + "/" + shardles.ExtraLifePoints, "30/100");
-    EXPECT_TRUE(shardles.UseShardlesDebugger && shardles.MatchLocksToBlocks);
-    EXPECT_FALSE(shardles.ArrowBlocksBreakable || shardles.UseWrapAround || shardles.UseCustomShardles);
-}
 
 TEST(LevelSet, RecountSetsTheEightCountsFromTheCellsAndLeavesTheRest) {
     LevelSet set = NewSet(GameKind::Shardles);
@@ -61,7 +50,7 @@ TEST(Numbers, TypedNumbersArePlainDecimalsWhateverTheirBlanks) {
 }
 
 TEST(Numbers, RoundingTakesHalvesToTheEvenNeighbourAndLeadingNumbersAreCut) {
-    for (const auto [value, rounded] : {std::pair{0.5, 0.0}, {1.5, 2.0}, {2.5, 2.0}, {-1.5, -2.0}, {-0.6, -1.0}})
+    for (const auto& [value, rounded] : {std::pair{0.5, 0.0}, {1.5, 2.0}, {2.5, 2.0}, {-1.5, -2.0}, {-0.6, -1.0}})
         EXPECT_EQ(RoundHalfEven(value), rounded) << value;
     EXPECT_EQ(LeadingNumber("12abc"), 12);
     EXPECT_EQ(LeadingNumber(" \t-3.5;x"), -4);

@@ -1,54 +1,47 @@
 // Block counting, the debugger's checks and the custom piece rules.
 #include <gtest/gtest.h>
 
+#include <map>
+#include <sstream>
+
 #include "rules/CustomPiece.h"
 #include "rules/LevelChecks.h"
+#include "support/Support.h"
 
 namespace shd {
 namespace {
 
-struct CountCase {
-    GameKind kind;
-    std::vector<std::pair<int, int>> cells;  // code, how many
-    void (*tweak)(LevelSet&);
-    int blocks, last;
-};
-
-void Nothing(LevelSet&) {}
-
 TEST(CountBlocks, WeighsEachCodeByTheGameAndTheLevelsOptions) {
-    using K = GameKind;
-    const CountCase cases[] = {
-        {K::Shardles, {}, Nothing, 0, 0},
-        {K::Shardles, {{1, 10}, {6, 1}}, [](LevelSet& s) { s.Record(1).SpecialUnusedCount = 3; }, 7, 1},
-        {K::Shardles, {{1, 2}, {6, 2}}, [](LevelSet& s) { s.Record(1).SpecialUnusedCount = 5; }, -3, 2},
-        {K::Shardles, {{2, 2}, {4, 1}, {8, 1}, {13, 1}}, Nothing, 5, 0},
-        {K::Shardles, {{2, 2}}, [](LevelSet& s) { s.Record(1).SpottedUnused = true; }, 0, 0},
-        {K::Shardles, {{4, 2}}, [](LevelSet& s) { s.Record(1).CenterLineUnused = true; }, 0, 0},
-        {K::Shardles, {{8, 2}}, [](LevelSet& s) { s.Record(1).ZigZagUnused = true; }, 0, 0},
-        {K::Shardles, {{13, 2}}, [](LevelSet& s) { s.Record(1).CustomUnused = true; }, 0, 0},
-        {K::Shardles, {{3, 1}, {5, 1}, {7, 1}, {9, 1}, {10, 1}, {14, 1}, {15, 3}}, Nothing, 0, 0},
-        {K::Shardles, {{15, 3}}, [](LevelSet& s) { s.ArrowBlocksBreakable = true; }, 3, 0},
-        {K::Shardles, {{11, 3}, {12, 3}}, Nothing, 6, 0},
-        {K::Shardles, {{11, 1}, {12, 5}}, Nothing, 10, 0},
-        {K::Shardles, {{11, 1}, {12, 5}}, [](LevelSet& s) { s.MatchLocksToBlocks = false; }, 6, 0},
-        {K::Tiltbash, {{1, 1}, {8, 1}, {15, 1}}, Nothing, 3, 0},
-        {K::Tiltbash, {{1, 1}, {2, 1}, {3, 1}, {4, 1}, {5, 1}, {6, 1}, {7, 1}, {9, 1}, {10, 1}, {11, 1}, {12, 1},
-                       {13, 1}, {14, 1}, {15, 1}},
-         [](LevelSet& s) { s.Record(1).SpecialUnusedCount = 1; }, 18, 0},
-    };
-    int row = 0;
-    for (const CountCase& c : cases) {
-        LevelSet set = NewSet(c.kind);
-        set.MatchLocksToBlocks = true;
+    const std::map<std::string, void (*)(LevelSet&)> options{
+        {"spotted-unused", [](LevelSet& s) { s.Record(1).SpottedUnused = true; }},
+        {"center-line-unused", [](LevelSet& s) { s.Record(1).CenterLineUnused = true; }},
+        {"zig-zag-unused", [](LevelSet& s) { s.Record(1).ZigZagUnused = true; }},
+        {"custom-unused", [](LevelSet& s) { s.Record(1).CustomUnused = true; }},
+        {"arrows-breakable", [](LevelSet& s) { s.ArrowBlocksBreakable = true; }},
+        {"no-match-locks", [](LevelSet& s) { s.MatchLocksToBlocks = false; }}};
+    std::istringstream lines(test::ReadFile(test::DataDir() / "rules/counts.txt"));
+    for (std::string line; std::getline(lines, line);) {
+        if (line.empty() || line[0] == '#') continue;
+        SCOPED_TRACE(line);
+        std::istringstream words(line);
+        std::string game, word;
+        words >> game;
+        LevelSet set = NewSet(game == "tiltbash" ? GameKind::Tiltbash : GameKind::Shardles);
         std::size_t at = 0;
-        for (const auto& [code, count] : c.cells)
-            for (int k = 0; k < count; ++k) set.Layout(1).Cells[at++] = static_cast<std::uint8_t>(code);
-        c.tweak(set);
+        while (words >> word && word != "=") {
+            if (const auto times = word.find('*'); times != std::string::npos)
+                for (int k = std::stoi(word.substr(times + 1)); k > 0; --k)
+                    set.Layout(1).Cells.at(at++) = static_cast<std::uint8_t>(std::stoi(word));
+            else if (word.starts_with("special="))
+                set.Record(1).SpecialUnusedCount = static_cast<std::int16_t>(std::stoi(word.substr(8)));
+            else options.at(word)(set);
+        }
+        int blocks = 0, last = 0;
+        ASSERT_TRUE(words >> blocks >> last);
         const BlockCounts counts = ComputeBlockCounts(set, 1);
-        EXPECT_EQ(counts.blockCount, c.blocks) << "row " << row;
-        EXPECT_EQ(counts.lastBlockCount, c.last) << "row " << row;
-        EXPECT_EQ(counts.missingLastBlocks, c.kind == K::Shardles && c.last == 0) << "row " << row++;
+        EXPECT_EQ(counts.blockCount, blocks);
+        EXPECT_EQ(counts.lastBlockCount, last);
+        EXPECT_EQ(counts.missingLastBlocks, set.IsShardles() && last == 0);
     }
     EXPECT_EQ(NoLastBlocksMessage(3), "Level #3 has no Last Blocks.");
 }

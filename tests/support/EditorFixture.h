@@ -35,6 +35,16 @@ protected:
     void Discard() {
         if (editor.IsModified()) prompts.Expect(K::YesNoCancel, kSaveFirst, Answer::No);
     }
+    // A new set of `kind`, the changes before it discarded.
+    void New(GameKind kind) {
+        Discard();
+        kind == GameKind::Shardles ? editor.mnuNewShd_Click() : editor.mnuNewTil_Click();
+    }
+    // Special Unused Blocks, answered with `answer`.
+    void Special(const std::string& answer) {
+        prompts.Expect(K::Input, kSpecial, Answer::Yes, answer);
+        editor.mnuSpecial_Click();
+    }
     void DebuggerOff() {
         if (set().UseShardlesDebugger) editor.Toggle(Toggle::Debugger);
     }

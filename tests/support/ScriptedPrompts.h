@@ -44,7 +44,6 @@ public:
     const std::string& lastDefault() const { return lastDefault_; }
     const std::string& lastFolder() const { return lastFolder_; }
     const std::string& lastExtension() const { return lastExtension_; }
-    const std::vector<std::string>& lastItems() const { return lastItems_; }
 
     void Message(const std::string& text) override { Take(Kind::Message, text); }
     bool AskYesNo(const std::string& text) override { return Take(Kind::YesNo, text).answer == Answer::Yes; }
@@ -63,9 +62,8 @@ public:
         lastExtension_ = extension;
         return Chosen(Take(Kind::Save, filter).reply);
     }
-    // The choice's reply is the index chosen, "-1" for Cancel; the items shown are kept.
-    int ChooseFromList(const std::string& prompt, const std::vector<std::string>& items) override {
-        lastItems_ = items;
+    // The choice's reply is the index chosen, "-1" for Cancel.
+    int ChooseFromList(const std::string& prompt, const std::vector<std::string>&) override {
         const std::string reply = Take(Kind::Choose, prompt).reply;
         return reply.empty() ? -1 : std::stoi(reply);
     }
@@ -99,7 +97,6 @@ private:
 
     std::deque<Step> script_;
     std::string lastDefault_, lastFolder_, lastExtension_;
-    std::vector<std::string> lastItems_;
 };
 
 }  // namespace shd::test

@@ -23,6 +23,10 @@ public:
 
 std::string ReadFile(const std::filesystem::path& path);
 void WriteFile(const std::filesystem::path& path, const std::string& bytes);
+// The names of the files in `folder`, sorted, a blank between two.
+std::string FileNames(const std::filesystem::path& folder);
+// Text from a case file, where \r \n \t \0 and \xHH stand for their bytes.
+std::string Unescaped(const std::string& text);
 
 // The folder of the case files, tests/data.
 std::filesystem::path DataDir();
