@@ -490,9 +490,11 @@ TEST_F(EditorTest, OpeningRefusesForeignFilesKeepingTheSetAndSaysWhereAReadStopp
     // A set whose debugger is off: the option's mark, on before, stays on.
     WriteFile(dir / "off.rsx", ReadFile(DataDir() / "myfile/shardles.out"));
     editor.mnuNewShd_Click();
+    editor.optBlocks_Click(5);  // an opened set starts with the palette's first block, as a new one does
     prompts.ExpectOpen(kMyFileOpen, dir / "off.rsx").ExpectMessage("Opened Succesfully");
     editor.OpenLevelFile(FormatId::MyFile);
     EXPECT_TRUE(ui().marks.Debugger && !set().UseShardlesDebugger);
+    EXPECT_EQ(ui().SelectedBlock, 0);
 }
 
 TEST_F(EditorTest, SaveWritesTheSetsFileAgainExportAgainRepeatsAndRecentFilesAreKept) {
@@ -560,6 +562,7 @@ TEST_F(EditorTest, ProgramFilesTakeTheirNameFromTheFileAndOpenBack) {
     prompts.ExpectSave(kProgramSave, dir / "v1.0/plainname").ExpectMessage("Succesfully compiled!");
     editor.mnuSaveCode_Click();
     EXPECT_TRUE(std::filesystem::exists(dir.path / "v1.0/plainname.83p"));
+    EXPECT_EQ(editor.lastFolder(), dir / "v1.0/");
     prompts.ExpectSave(kProgramSave, dir / "abc");
     editor.mnuSaveCode_Click();
     EXPECT_EQ(ui().status, "Could not compile: the file name abc is too short");
