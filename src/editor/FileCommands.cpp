@@ -196,7 +196,6 @@ void Editor::mnuSaveCode_Click() {
         } else if (WriteSet(format, path, choice.title)) {
             prompts_.Message("Succesfully compiled!");
             Saved(FormatId::Program, path, choice.title);
-            lastFolder_ = FolderOf(choice.path);
         }
     }
     ClosingSteps();
