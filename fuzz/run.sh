@@ -4,10 +4,11 @@
 set -euo pipefail
 build=$1; mode=${2:-short}; seconds=${3:-600}
 here=$(cd "$(dirname "$0")" && pwd)
-for form in myfile oldmyfile list source program json; do
+for form in myfile oldmyfile list source program json clipboard; do
   corpus="$build/corpus-$form"
   mkdir -p "$corpus" "$here/regressions/$form"
-  "$build/fuzz/make_seeds" "$form" "$corpus" >/dev/null
+  # The clipboard's seeds are kept among its regressions.
+  [ "$form" = clipboard ] || "$build/fuzz/make_seeds" "$form" "$corpus" >/dev/null
   if [ "$mode" = long ]; then
     limit=(-max_total_time="$seconds")
   else
