@@ -131,9 +131,7 @@ void Editor::ResetAll() {
 }
 
 void Editor::GetFormReady() {
-    const int count = set_.LevelCount();
     const GameKind kind = set_.Kind;
-    ui_.levelCountLabel = "Number of Levels: " + std::to_string(count);
     const bool shardles = kind == GameKind::Shardles;
     ui_.shardlesControlsVisible = shardles;
     ui_.createMenuVisible = shardles;
@@ -150,8 +148,7 @@ void Editor::GetFormReady() {
     }
     for (int code = 0; code < 16; ++code) ui_.paletteFiles[static_cast<std::size_t>(code)] = PictureFile(kind, code);
     ++ui_.paletteGeneration;
-    ui_.levelEntries.clear();
-    for (int level = 1; level <= count; ++level) ui_.levelEntries.push_back(LevelEntry(level));
+    ListLevels();
     ui_.levelText = LevelEntry(1);
     // A selection belongs to the grid it was made on.
     ui_.selection = {};
@@ -387,17 +384,28 @@ bool Editor::Form_MouseDown(MouseButton button) {
 
 void Editor::AddLevel() {
     AddEmptyLevel(set_);
-    ui_.levelEntries.push_back(LevelEntry(set_.LevelCount()));
-    ui_.levelCountLabel = "Number of Levels: " + std::to_string(set_.LevelCount());
+    ListLevels();
+}
+
+// The level list and its count, for the levels the set has now.
+void Editor::ListLevels() {
+    const auto count = static_cast<std::size_t>(set_.LevelCount());
+    ui_.levelCountLabel = "Number of Levels: " + std::to_string(count);
+    std::vector<std::string>& entries = ui_.levelEntries;
+    if (entries.size() > count) entries.resize(count);
+    while (entries.size() < count) entries.push_back(LevelEntry(static_cast<int>(entries.size()) + 1));
+}
+
+// False, once said, when the set holds as many levels as it can.
+bool Editor::RoomForALevel() {
+    if (set_.LevelCount() < kMaxLevels) return true;
+    prompts_.Message("You can't have more than 255 levels!");
+    return false;
 }
 
 void Editor::cmdAddLev_Click() {
     StepRecorder step(*this, StepKind::AddLevel);
-    if (set_.LevelCount() >= kMaxLevels) {
-        prompts_.Message("You can't have more than 255 levels!");
-        return;
-    }
-    AddLevel();
+    if (RoomForALevel()) AddLevel();
 }
 
 void Editor::cmdLoseLev_Click() {
@@ -416,8 +424,7 @@ void Editor::cmdLoseLev_Click() {
     set_.Layouts.erase(set_.Layouts.begin() + (removed - 1));
     set_.Records.erase(set_.Records.begin() + (removed - 1));
     if (set_.CurrentLevel > set_.LevelCount()) set_.CurrentLevel = set_.LevelCount();
-    ui_.levelEntries.pop_back();
-    ui_.levelCountLabel = "Number of Levels: " + std::to_string(set_.LevelCount());
+    ListLevels();
     ShowCurrentLevelInList();
     ShowLevel();
     RunDebuggerIfOn();

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "editor/CellTools.h"
 #include "editor/History.h"
 #include "editor/Layout.h"
 #include "editor/Prompts.h"
@@ -185,6 +186,8 @@ private:
     void EditPicture(PictureKind kind);
     void SetBall(bool across, int keyCode, const std::string& text);
     void AddLevel();
+    void ListLevels();
+    bool RoomForALevel();
     void PaintCell(int index, MouseButton button);
     void SetCell(int index, int code);  // one cell of the current level, its piece counts and picture in step
     void PutCells(const BlockGrid& cells);
@@ -192,7 +195,7 @@ private:
     void StretchToolStroke();
     void ChangeCells(StepKind kind, const BlockGrid& cells);
     void KeepBallBoxes();
-    void InsertLevel(int level, LevelLayout layout, LevelRecord record);
+    void InsertAfterCurrent(StepKind kind, std::optional<LevelClip> level);
     void ShowCurrentLevelInList();
     void RunDebuggerIfOn();
     EditorState CaptureState() const;

@@ -8,7 +8,6 @@
 namespace shd {
 
 namespace {
-constexpr const char* kTooManyLevels = "You can't have more than 255 levels!";
 constexpr const char* kNoCells = "The clipboard holds no cells to paste.";
 constexpr const char* kNoLevel = "The clipboard holds no level to paste.";
 }  // namespace
@@ -105,29 +104,28 @@ void Editor::PutCells(const BlockGrid& cells) {
 
 // ---- level commands ----
 
-// A new level at `level`, shown as the current one. Its piece counts are
-// recounted from its cells, as showing a level always does.
-void Editor::InsertLevel(int level, LevelLayout layout, LevelRecord record) {
-    const auto at = static_cast<std::ptrdiff_t>(level - 1);
-    set_.Layouts.insert(set_.Layouts.begin() + at, std::move(layout));
-    set_.Records.insert(set_.Records.begin() + at, record);
-    set_.CurrentLevel = level;
-    ui_.levelEntries.push_back(LevelEntry(set_.LevelCount()));
-    ui_.levelCountLabel = "Number of Levels: " + std::to_string(set_.LevelCount());
+// `level` inserted after the current one and shown as the current one, as
+// one step; without one, a copy of the current level with what its ball
+// boxes hold. Its piece counts are recounted from its cells, as showing a
+// level always does.
+void Editor::InsertAfterCurrent(StepKind kind, std::optional<LevelClip> level) {
+    StepRecorder step(*this, kind);
+    if (!RoomForALevel()) return;
+    KeepBallBoxes();
+    if (!level) level = LevelClip{set_.Current(), set_.CurrentRecord()};
+    const auto at = static_cast<std::ptrdiff_t>(set_.CurrentLevel);
+    set_.Layouts.insert(set_.Layouts.begin() + at, std::move(level->layout));
+    set_.Records.insert(set_.Records.begin() + at, level->record);
+    ++set_.CurrentLevel;
+    ListLevels();
     ShowCurrentLevelInList();
     ShowLevel();
+    RunDebuggerIfOn();
 }
 
 void Editor::DuplicateLevel() {
     EndStroke();
-    StepRecorder step(*this, StepKind::DuplicateLevel);
-    if (set_.LevelCount() >= kMaxLevels) {
-        prompts_.Message(kTooManyLevels);
-        return;
-    }
-    KeepBallBoxes();
-    InsertLevel(set_.CurrentLevel + 1, set_.Current(), set_.CurrentRecord());
-    RunDebuggerIfOn();
+    InsertAfterCurrent(StepKind::DuplicateLevel, std::nullopt);
 }
 
 void Editor::MoveLevel(int from, int to) {
@@ -158,19 +156,12 @@ std::string Editor::CopyLevel() const { return LevelText(set_.Current(), set_.Cu
 
 void Editor::PasteLevel(const std::string& text) {
     EndStroke();
-    auto clip = ParseLevelText(text, set_.Kind);
+    std::optional<LevelClip> clip = ParseLevelText(text, set_.Kind);
     if (!clip) {
         ui_.status = kNoLevel;
         return;
     }
-    StepRecorder step(*this, StepKind::PasteLevel);
-    if (set_.LevelCount() >= kMaxLevels) {
-        prompts_.Message(kTooManyLevels);
-        return;
-    }
-    KeepBallBoxes();
-    InsertLevel(set_.CurrentLevel + 1, std::move(clip->layout), clip->record);
-    RunDebuggerIfOn();
+    InsertAfterCurrent(StepKind::PasteLevel, std::move(clip));
 }
 
 }  // namespace shd
