@@ -87,17 +87,16 @@ void LevelOverview::showSet(const LevelSet& set, const BlockPictures& pictures, 
         ++drawn_;
         UpdateEntry(static_cast<int>(i) + 1);
     }
+    UpdateScrollRange();
     if (set.CurrentLevel != current_) {
         UpdateEntry(current_);
         current_ = set.CurrentLevel;
         UpdateEntry(current_);
-        UpdateScrollRange();
         // Keep the current level in sight.
         const QRect shown = entryRect(current_);
         if (shown.top() < 0 || shown.bottom() > viewport()->height())
             verticalScrollBar()->setValue(verticalScrollBar()->value() + shown.top());
     }
-    UpdateScrollRange();
 }
 
 void LevelOverview::UpdateEntry(int level) {
@@ -148,7 +147,8 @@ void LevelOverview::mouseMoveEvent(QMouseEvent* event) {
     const QPoint at = event->position().toPoint();
     if (!dropOn_ && (at - pressedAt_).manhattanLength() < QApplication::startDragDistance()) return;
     // Past the last entry, the level goes to the end.
-    const int target = levelAt(at) ? levelAt(at) : static_cast<int>(entries_.size());
+    const int under = levelAt(at);
+    const int target = under ? under : static_cast<int>(entries_.size());
     if (target == dropOn_) return;
     UpdateEntry(dropOn_);
     dropOn_ = target;

@@ -569,17 +569,19 @@ void frmDev::Sync(bool focusPalette) {
     syncing_ = true;
     const WindowState& ui = editor_.ui();
 
+    // The pictures and tips change only with the game, when the palette is loaded anew.
     if (ui.paletteGeneration != loadedGeneration_) {
         if (ui.paletteGeneration > 0) pictures_.Load(programFolder_, ui.paletteFiles);
         loadedGeneration_ = ui.paletteGeneration;
+        for (int code = 0; code < 16; ++code) {
+            PaletteButton* button = palette_[static_cast<std::size_t>(code)];
+            button->setPicture(pictures_.Of(code));
+            button->setToolTip(ToQt(BlockTip(ui.gridKind, code)));
+        }
     }
-    for (int code = 0; code < 16; ++code) {
-        PaletteButton* button = palette_[static_cast<std::size_t>(code)];
-        button->setPicture(pictures_.Of(code));
-        button->setToolTip(ToQt(BlockTip(ui.gridKind, code)));
-        // Like a group of option buttons, the palette is one stop for Tab: its chosen button.
-        button->setFocusPolicy(code == ui.SelectedBlock ? Qt::StrongFocus : Qt::ClickFocus);
-    }
+    // Like a group of option buttons, the palette is one stop for Tab: its chosen button.
+    for (int code = 0; code < 16; ++code)
+        palette_[static_cast<std::size_t>(code)]->setFocusPolicy(code == ui.SelectedBlock ? Qt::StrongFocus : Qt::ClickFocus);
     if (ui.SelectedBlock >= 0 && ui.SelectedBlock < 16) palette_[static_cast<std::size_t>(ui.SelectedBlock)]->setChecked(true);
 
     SyncGrid();
