@@ -14,10 +14,16 @@ for form in myfile oldmyfile list source program json clipboard; do
   else
     limit=(-runs=20000)
   fi
+  log="$build/fuzz-$form.log"
+  # Any report of a sanitizer fails the run, even one that let the target go on.
+  failed() { tail -n 40 "$log"; echo "fuzz_$form: FAILED"; exit 1; }
+  reported() { grep -q -E 'runtime error|(ERROR|WARNING): [A-Za-z]+Sanitizer' "$log"; }
   # Regressions first, on their own, so a fixed crash stays fixed.
-  "$build/fuzz/fuzz_$form" -runs=0 "$here/regressions/$form" 2>&1 | tail -n 1
+  "$build/fuzz/fuzz_$form" -runs=0 -artifact_prefix="$build/" "$here/regressions/$form" >"$log" 2>&1 || failed
+  reported && failed
   "$build/fuzz/fuzz_$form" "${limit[@]}" -max_len=16384 -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
-    "$corpus" "$here/regressions/$form" 2>"$build/fuzz-$form.log" || { tail -n 40 "$build/fuzz-$form.log"; exit 1; }
-  runs=$(grep -m1 'stat::number_of_executed_units' "$build/fuzz-$form.log" | awk '{print $2}')
-  echo "fuzz_$form: $runs runs, no crash, no hang, every set consistent"
+    -artifact_prefix="$build/" "$corpus" "$here/regressions/$form" >"$log" 2>&1 || failed
+  reported && failed
+  runs=$(grep -m1 'stat::number_of_executed_units' "$log" | awk '{print $2}')
+  echo "fuzz_$form: $runs runs, no crash, no hang, no sanitizer report, every set consistent"
 done
