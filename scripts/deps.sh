@@ -14,6 +14,9 @@ if [ "${1:-run}" = test ]; then
   # The Debian package is built and its desktop entry, metadata and MIME
   # description checked with the freedesktop and AppStream tools.
   packages+=(desktop-file-utils appstream shared-mime-info)
+  # strace shows that a save reaches the disk before it takes the old file's
+  # place; the race test runs a second user with setpriv (util-linux).
+  packages+=(strace util-linux)
 fi
 missing=()
 for p in "${packages[@]}"; do

@@ -128,7 +128,8 @@ bool Editor::WriteSet(const Format& format, const std::string& path, const std::
         return false;
     }
     std::string error;
-    if (!WriteFileAtomic(path, written.bytes, &error)) {
+    // A FIFO without a reader would hold up the window for ever.
+    if (!WriteFileAtomic(path, written.bytes, &error, OtherTargets::WriteWithoutWaiting)) {
         ui_.status = "Could not save " + FileTitleOf(path) + ": " + error;
         return false;
     }

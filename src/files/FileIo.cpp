@@ -1,6 +1,8 @@
-// POSIX only: the saves' promises rest on exclusive creation, fchmod and
-// rename over the old file.
+// POSIX only: the saves' promises rest on descriptors that name one file for
+// a whole save, exclusive creation, fsync and rename over the old file.
 #include "files/FileIo.h"
+
+#include "model/Quoted.h"
 
 #include <fcntl.h>
 #include <pthread.h>
@@ -9,10 +11,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
+#include <random>
+#include <utility>
 #include <cerrno>
 #include <climits>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
 
 namespace shd {
@@ -22,6 +26,7 @@ namespace {
 std::string Because(const char* what, int cause) { return std::string(what) + ": " + std::strerror(cause); }
 
 std::string TooLarge() { return "is larger than 8 MB, more than any level set takes"; }
+constexpr const char* kNotARegularFile = "cannot be read: it is not a regular file";
 
 std::optional<std::string> ReadAll(int fd, std::string* error) {
     auto fail = [&](std::string why) -> std::optional<std::string> {
@@ -62,14 +67,60 @@ bool WriteAll(int fd, std::string_view bytes) {
     return true;
 }
 
-// The unfinished save, for the signal handler to remove.
-char unfinished[PATH_MAX + 1];
+// A descriptor, closed when it goes.
+class Descriptor {
+public:
+    explicit Descriptor(int fd = -1) : fd_(fd) {}
+    ~Descriptor() {
+        if (fd_ >= 0) ::close(fd_);
+    }
+    Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(fd_, other.fd_);
+        return *this;
+    }
+    int get() const { return fd_; }
+    explicit operator bool() const { return fd_ >= 0; }
+    // Closes it now, for the error close reports.
+    bool Close() { return ::close(std::exchange(fd_, -1)) == 0; }
+
+private:
+    int fd_;
+};
+
+bool SameFile(const struct stat& a, const struct stat& b) { return a.st_dev == b.st_dev && a.st_ino == b.st_ino; }
+
+// The unfinished save, for the signal handler to remove: the folder it is in
+// and its name there.
+volatile std::sig_atomic_t unfinishedFolder = -1;
+char unfinishedName[32];
 volatile std::sig_atomic_t haveUnfinished = 0;
 
+// The signals whose default ends the process, apart from the faults a
+// program causes itself; the handler is installed only where the default
+// holds, so a signal the caller ignores (nohup, a pipe) stays ignored.
+sigset_t EndingSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGPIPE, SIGALRM, SIGUSR1, SIGUSR2, SIGVTALRM,
+                             SIGPROF, SIGXCPU, SIGXFSZ, SIGIO})
+        sigaddset(&signals, signal);
+#ifdef SIGPWR
+    sigaddset(&signals, SIGPWR);
+#endif
+#ifdef SIGSTKFLT
+    sigaddset(&signals, SIGSTKFLT);
+#endif
+    for (int signal = SIGRTMIN; signal <= SIGRTMAX; ++signal) sigaddset(&signals, signal);
+    return signals;
+}
+
 extern "C" void RemoveUnfinishedAndEnd(int signal) {
-    if (haveUnfinished) ::unlink(unfinished);
-    std::signal(signal, SIG_DFL);
-    std::raise(signal);
+    if (haveUnfinished) ::unlinkat(unfinishedFolder, unfinishedName, 0);
+    struct sigaction fallBack {};
+    fallBack.sa_handler = SIG_DFL;
+    ::sigaction(signal, &fallBack, nullptr);
+    ::raise(signal);  // held until the handler returns, then ends the process as it would have
 }
 
 // Holds off the signals that end a save while the unfinished file is made
@@ -77,9 +128,7 @@ extern "C" void RemoveUnfinishedAndEnd(int signal) {
 class SignalsHeld {
 public:
     SignalsHeld() {
-        sigset_t held;
-        sigemptyset(&held);
-        for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&held, signal);
+        const sigset_t held = EndingSignals();
         pthread_sigmask(SIG_BLOCK, &held, &before_);
     }
     ~SignalsHeld() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
@@ -90,8 +139,24 @@ private:
     sigset_t before_;
 };
 
-// The file a name stands for once its symlinks are followed, also when the
-// last link points to a file that does not exist yet.
+// A name for the unfinished save that no one is likely to have taken; it is
+// created exclusively, so one that is taken only costs another try.
+std::string UnfinishedName() {
+    static std::mt19937_64 random = [] {
+        std::seed_seq seed{static_cast<std::uint64_t>(::getpid()),
+                           static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()),
+                           static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count())};
+        return std::mt19937_64(seed);
+    }();
+    static constexpr char kLetters[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+    std::string name = ".shd-save-";
+    for (int i = 0; i < 12; ++i) name += kLetters[random() % (sizeof kLetters - 1)];
+    return name;
+}
+
+// The file a name stands for once its symlinks are followed by hand, also
+// when the last link points to a file that does not exist yet. Only a guess
+// at where the kernel's own lookup ended, which the save checks against it.
 std::string FollowLinks(std::string path) {
     for (int hops = 0; hops < 40; ++hops) {
         struct stat info {};
@@ -105,30 +170,104 @@ std::string FollowLinks(std::string path) {
     return path;
 }
 
-bool WriteInPlace(const std::string& path, std::string_view bytes, std::string* error) {
-    const int fd = ::open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC);
-    if (fd < 0 || !WriteAll(fd, bytes)) {
-        const int cause = errno;
-        if (fd >= 0) ::close(fd);
-        if (error) *error = Because("cannot write", cause);
-        return false;
+// Where a save lands: the folder that holds the file and its name there,
+// and what the file is now (nothing for a new one).
+struct Landing {
+    enum Kind { Replace, InPlace, Changed, Failed } kind = Failed;
+    Descriptor folder;
+    std::string name;
+    std::optional<struct stat> old;
+    bool madeThroughLink = false;  // an empty file made where a link pointed to nothing
+    std::string why;
+};
+
+// Finds where a save of `path` lands. The kernel follows the links, with
+// its rules for this user (a link planted by another in a sticky folder is
+// refused where protected_symlinks says so, as cp and > refuse it); the
+// name it arrived at, worked out by hand, must then hold the very file it
+// opened. Everything the save keeps of the old file comes from that one
+// opened file, never from a second lookup of the name.
+Landing Locate(const std::string& path) {
+    Landing landing;
+    auto failed = [&](const char* what, int cause) {
+        landing.kind = Landing::Failed;
+        landing.why = Because(what, cause);
+        return std::move(landing);
+    };
+    struct stat opened {};
+    Descriptor object(::open(path.c_str(), O_PATH | O_CLOEXEC));
+    if (!object && errno == ENOENT) {
+        struct stat link {};
+        if (::lstat(path.c_str(), &link) == 0 && S_ISLNK(link.st_mode)) {
+            // A link to a file not there yet: the kernel makes it through the
+            // link, and the save replaces that empty file as any other.
+            object = Descriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_NOCTTY | O_NONBLOCK | O_CLOEXEC, 0666));
+            if (!object) return failed("cannot write", errno);
+            landing.madeThroughLink = true;
+        }
+    } else if (!object) {
+        return failed("cannot write", errno);
     }
-    if (::close(fd) == 0) return true;
-    if (error) *error = Because("cannot write", errno);
+    if (object) {
+        if (::fstat(object.get(), &opened) != 0) return failed("cannot write", errno);
+        if (S_ISDIR(opened.st_mode)) return failed("cannot replace", EISDIR);
+        landing.old = opened;
+        // Devices, FIFOs and terminals are not files to replace.
+        if (!S_ISREG(opened.st_mode)) {
+            landing.kind = Landing::InPlace;
+            return landing;
+        }
+    }
+    const std::string target = FollowLinks(path);
+    const std::string folder = FolderOf(target).empty() ? "." : FolderOf(target);
+    landing.folder = Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    // A folder one may write in but not list still takes a save.
+    if (!landing.folder && errno == EACCES) landing.folder = Descriptor(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (!landing.folder) return failed(("cannot create a file in " + ShownName(folder)).c_str(), errno);
+    landing.name = FileTitleOf(target);
+    struct stat there {};
+    const bool present = ::fstatat(landing.folder.get(), landing.name.c_str(), &there, AT_SYMLINK_NOFOLLOW) == 0;
+    const bool same = object ? present && S_ISREG(there.st_mode) && SameFile(there, opened) : !present;
+    landing.kind = same ? Landing::Replace : Landing::Changed;
+    return landing;
+}
+
+// A device, FIFO or terminal is written as it is, once it is seen to be the
+// one that was found.
+bool WriteInPlace(const std::string& path, const struct stat& found, std::string_view bytes, bool wait,
+                  std::string* error) {
+    Descriptor fd(::open(path.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC | (wait ? 0 : O_NONBLOCK)));
+    // Once open, writes wait as writes to a pipe do.
+    if (fd && !wait) ::fcntl(fd.get(), F_SETFL, ::fcntl(fd.get(), F_GETFL) & ~O_NONBLOCK);
+    struct stat opened {};
+    int cause = errno;
+    if (fd && ::fstat(fd.get(), &opened) != 0) cause = errno;
+    else if (fd && (!SameFile(opened, found) || S_ISREG(opened.st_mode))) cause = EAGAIN;
+    else if (fd && WriteAll(fd.get(), bytes) && fd.Close()) return true;
+    else if (fd) cause = errno;
+    if (error) *error = cause == EAGAIN ? "cannot write: it changed while it was being saved" : Because("cannot write", cause);
     return false;
 }
 
 }  // namespace
 
 std::optional<std::string> ReadWholeFile(const std::string& path, std::string* error) {
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) {
-        if (error) *error = Because("cannot be read", errno);
+    auto fail = [&](std::string why) -> std::optional<std::string> {
+        if (error) *error = std::move(why);
         return std::nullopt;
-    }
-    auto bytes = ReadAll(fd, error);
-    ::close(fd);
-    return bytes;
+    };
+    // Only a regular file is read: a FIFO or a device could keep the reader
+    // waiting for ever, or do something merely by being opened. It is looked
+    // at before it is opened, and once more after, in case it was swapped.
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) return fail(Because("cannot be read", errno));
+    if (S_ISDIR(info.st_mode)) return fail(Because("cannot be read", EISDIR));
+    if (!S_ISREG(info.st_mode)) return fail(kNotARegularFile);
+    Descriptor fd(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (!fd) return fail(Because("cannot be read", errno));
+    if (::fstat(fd.get(), &info) != 0) return fail(Because("cannot be read", errno));
+    if (!S_ISREG(info.st_mode)) return fail(kNotARegularFile);
+    return ReadAll(fd.get(), error);
 }
 
 std::optional<std::string> ReadStandardInput(std::string* error) { return ReadAll(STDIN_FILENO, error); }
@@ -139,31 +278,45 @@ bool WriteStandardOutput(std::string_view bytes, std::string* error) {
     return false;
 }
 
-bool WriteFileAtomic(const std::string& path, std::string_view bytes, std::string* error) {
+bool WriteFileAtomic(const std::string& path, std::string_view bytes, std::string* error, OtherTargets other) {
     auto fail = [&](std::string why) {
         if (error) *error = std::move(why);
         return false;
     };
-    struct stat old {};
-    const bool exists = ::stat(path.c_str(), &old) == 0;
-    if (exists && S_ISDIR(old.st_mode)) return fail(Because("cannot replace", EISDIR));
-    // Devices, FIFOs and terminals are not files to replace.
-    if (exists && !S_ISREG(old.st_mode)) return WriteInPlace(path, bytes, error);
+    // A name that keeps changing under the save (someone swapping links
+    // there) gets a few more tries, then a refusal.
+    Landing landing;
+    for (int tries = 0; tries < 8; ++tries)
+        if ((landing = Locate(path)).kind != Landing::Changed) break;
+    if (landing.kind == Landing::Failed) return fail(landing.why);
+    if (landing.kind == Landing::Changed) return fail("cannot replace: it changed while it was being saved");
+    if (landing.kind == Landing::InPlace && other == OtherTargets::Refuse)
+        return fail("cannot write: it is not a regular file");
+    if (landing.kind == Landing::InPlace)
+        return WriteInPlace(path, *landing.old, bytes, other == OtherTargets::Write, error);
 
-    const std::string target = FollowLinks(path);
-    std::string temp = FolderOf(target) + ".shd-save-XXXXXX";
-    int fd = -1;
+    const int folder = landing.folder.get();
+    Descriptor fd;
+    std::string temp;
     {
         SignalsHeld held;
-        fd = ::mkstemp(temp.data());
-        if (fd >= 0 && temp.size() < sizeof unfinished) {
-            std::memcpy(unfinished, temp.c_str(), temp.size() + 1);
+        for (int tries = 0; tries < 100 && !fd; ++tries) {
+            temp = UnfinishedName();
+            // A new file gets the mode any new file gets there (the umask, or
+            // the folder's default ACL); a replaced one starts private.
+            fd = Descriptor(::openat(folder, temp.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                                     landing.old ? 0600 : 0666));
+            if (!fd && errno != EEXIST) break;
+        }
+        if (fd) {
+            std::memcpy(unfinishedName, temp.c_str(), temp.size() + 1);
+            unfinishedFolder = folder;
             haveUnfinished = 1;
         }
     }
-    if (fd < 0) {
-        const std::string folder = FolderOf(target).empty() ? "." : FolderOf(target);
-        return fail(Because(("cannot create a file in " + folder).c_str(), errno));
+    if (!fd) {
+        const std::string where = FolderOf(FollowLinks(path)).empty() ? "." : FolderOf(FollowLinks(path));
+        return fail(Because(("cannot create a file in " + ShownName(where)).c_str(), errno));
     }
     // The first thing that goes wrong, if anything does.
     const char* what = nullptr;
@@ -171,26 +324,65 @@ bool WriteFileAtomic(const std::string& path, std::string_view bytes, std::strin
     auto check = [&](bool done, const char* failure) {
         if (!done && !what) what = failure, cause = errno;
     };
-    check(WriteAll(fd, bytes), "cannot write");
-    if (exists) {
+    check(WriteAll(fd.get(), bytes), "cannot write");
+    if (landing.old) {
         // Only root may give a file away; a group the saver belongs to may stay.
-        if (::fchown(fd, old.st_uid, old.st_gid) != 0) (void)::fchown(fd, static_cast<uid_t>(-1), old.st_gid);
-        check(::fchmod(fd, old.st_mode & 07777) == 0, "cannot keep the permissions");
-    } else {
-        const mode_t mask = ::umask(0);
-        ::umask(mask);
-        check(::fchmod(fd, 0666 & ~mask) == 0, "cannot set the permissions");
+        if (::fchown(fd.get(), landing.old->st_uid, landing.old->st_gid) != 0)
+            (void)::fchown(fd.get(), static_cast<uid_t>(-1), landing.old->st_gid);
+        check(::fchmod(fd.get(), landing.old->st_mode & 07777) == 0, "cannot keep the permissions");
     }
-    check(::close(fd) == 0, "cannot write");
+    // On the disk before it takes the old file's place, so a power cut leaves
+    // the old file or the new one, never an empty one.
+    check(::fsync(fd.get()) == 0, "cannot write");
+    check(fd.Close(), "cannot write");
     SignalsHeld held;
-    if (!what) check(::rename(temp.c_str(), target.c_str()) == 0, "cannot replace");
-    if (what) ::unlink(temp.c_str());
+    if (!what) check(::renameat(folder, temp.c_str(), folder, landing.name.c_str()) == 0, "cannot replace");
+    if (what) {
+        ::unlinkat(folder, temp.c_str(), 0);
+        // The empty file made through a link goes too, if it is still that.
+        struct stat made {};
+        if (landing.madeThroughLink &&
+            ::fstatat(folder, landing.name.c_str(), &made, AT_SYMLINK_NOFOLLOW) == 0 && SameFile(made, *landing.old) &&
+            made.st_size == 0)
+            ::unlinkat(folder, landing.name.c_str(), 0);
+    }
     haveUnfinished = 0;
-    return what ? fail(Because(what, cause)) : true;
+    if (what) return fail(Because(what, cause));
+    // And the new name on the disk too; a file system that cannot say so
+    // has nothing more to do.
+    (void)::fsync(folder);
+    return true;
 }
 
 void RemoveUnfinishedSavesOnSignals() {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, RemoveUnfinishedAndEnd);
+    const sigset_t ending = EndingSignals();
+    for (int signal = 1; signal < NSIG; ++signal) {
+        if (!sigismember(&ending, signal)) continue;
+        struct sigaction now {};
+        if (::sigaction(signal, nullptr, &now) != 0 || now.sa_handler != SIG_DFL) continue;
+        struct sigaction handler {};
+        // A file-size limit reached fails the write, which is reported as
+        // any other, instead of ending the process without a word.
+        handler.sa_handler = signal == SIGXFSZ ? SIG_IGN : RemoveUnfinishedAndEnd;
+        handler.sa_mask = ending;
+        ::sigaction(signal, &handler, nullptr);
+    }
+}
+
+bool IsFolder(const std::string& path) {
+    struct stat info {};
+    return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+bool IsRegularFile(const std::string& path) {
+    struct stat info {};
+    return ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+}
+
+std::optional<FileId> IdOfFile(const std::string& path) {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) return std::nullopt;
+    return FileId{static_cast<unsigned long long>(info.st_dev), static_cast<unsigned long long>(info.st_ino)};
 }
 
 std::string FolderOf(const std::string& path) {

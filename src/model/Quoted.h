@@ -14,4 +14,9 @@ std::string Escaped(std::string_view text);
 // The same between double quotes.
 inline std::string Quoted(std::string_view text) { return "\"" + Escaped(text) + "\""; }
 
+// A file name, or any word a user gave, as a message shows it: as it is when
+// every character of it prints as itself, else quoted as above, however long,
+// so that no name can drive the terminal that shows it.
+std::string ShownName(std::string_view name);
+
 }  // namespace shd

@@ -1,6 +1,7 @@
 // The one place that touches the disk: whole reads, and saves that replace a
 // file whole or leave it as it was.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "files/FileIo.h"
 #include "support/Support.h"
@@ -41,6 +42,24 @@ TEST(FileIo, AFailedSaveLeavesWhatWasThereAndSaysWhy) {
     EXPECT_EQ(FileNames(dir.path), "taken");
     EXPECT_EQ(ReadFile(dir.path / "taken" / "inside"), "kept");
     EXPECT_EQ(FolderOf("/a/b.rsx") + "|" + FileTitleOf("/a/b.rsx") + "|" + FolderOf("b.rsx"), "/a/|b.rsx|");
+}
+
+// A FIFO or a device is never waited on where waiting would hold up the
+// window: it is not read, and is written only as the caller says.
+TEST(FileIo, OnlyARegularFileIsReadAndAFifoIsWrittenAsTheCallerSays) {
+    TempDir dir;
+    ASSERT_EQ(::mkfifo((dir / "fifo").c_str(), 0600), 0);
+    std::string error;
+    for (const std::string& path : {dir / "fifo", std::string("/dev/null")}) {
+        EXPECT_FALSE(ReadWholeFile(path, &error)) << path;
+        EXPECT_EQ(error, "cannot be read: it is not a regular file");
+    }
+    EXPECT_FALSE(WriteFileAtomic(dir / "fifo", "set", &error, OtherTargets::Refuse));
+    EXPECT_EQ(error, "cannot write: it is not a regular file");
+    EXPECT_FALSE(WriteFileAtomic(dir / "fifo", "set", &error, OtherTargets::WriteWithoutWaiting));
+    EXPECT_EQ(error, "cannot write: No such device or address");
+    EXPECT_TRUE(WriteFileAtomic("/dev/null", "set", &error, OtherTargets::WriteWithoutWaiting)) << error;
+    EXPECT_EQ(FileNames(dir.path), "fifo");
 }
 
 }  // namespace
