@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "files/FileIo.h"
+#include "model/Quoted.h"
 #include "rules/LevelChecks.h"
 
 namespace shd::cli {
@@ -18,7 +19,7 @@ void Say(const std::string& line) {
 }
 
 // How a file is named in a message.
-std::string Named(const std::string& path) { return path == kStandardStream ? "standard input" : path; }
+std::string Named(const std::string& path) { return path == kStandardStream ? "standard input" : ShownName(path); }
 
 // The set as the editor holds it right after opening; nothing when the read
 // did not complete (the reason is already printed).
@@ -52,19 +53,19 @@ int Convert(FormatId from, const std::string& input, FormatId to, const std::str
     const std::string title = FileTitleOf(output);
     if (to == FormatId::Program)
         if (const auto fault = ProgramTitleFault(title)) {
-            Say(output + ": " + *fault);
+            Say(ShownName(output) + ": " + *fault);
             return kRefused;
         }
     const WriteResult written = format.write(*set, title);
     if (!written.ok) {
-        Say(output + ": " + written.message);
+        Say(ShownName(output) + ": " + written.message);
         return kRefused;
     }
     std::string error;
     if (output == kStandardStream ? WriteStandardOutput(written.bytes, &error)
                                   : WriteFileAtomic(output, written.bytes, &error))
         return kDone;
-    Say((output == kStandardStream ? "" : output + ": ") + error);
+    Say((output == kStandardStream ? "" : ShownName(output) + ": ") + error);
     return kRefused;
 }
 
@@ -88,11 +89,15 @@ int Check(FormatId from, const std::string& input) {
         }
     }
     std::printf("%d finding%s\n", findings, findings == 1 ? "" : "s");
+    return Finished(findings == 0 ? kDone : kRefused);
+}
+
+int Finished(int status) {
     if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
         Say(std::string("cannot write to standard output: ") + std::strerror(errno));
         return kRefused;
     }
-    return findings == 0 ? kDone : kRefused;
+    return status;
 }
 
 }  // namespace shd::cli

@@ -39,4 +39,8 @@ int ListCables();
 // the number of findings.
 int Check(FormatId from, const std::string& input);
 
+// `status` once what was printed on standard output is written out; kRefused,
+// with the reason on standard error, when it could not be.
+int Finished(int status);
+
 }  // namespace shd::cli

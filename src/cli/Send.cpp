@@ -4,6 +4,7 @@
 #include "cli/Convert.h"
 #include "formats/Sending.h"
 #include "link/Link.h"
+#include "model/Quoted.h"
 #include "rules/LevelChecks.h"
 
 namespace shd::cli {
@@ -18,13 +19,13 @@ int Refuse(const std::string& line) {
 int Send(FormatId from, const std::string& input, const std::optional<std::string>& name,
          const std::optional<std::string>& cable) {
     ReadResult read = OpenFile(GetFormat(from), input);
-    if (!read.complete()) return Refuse(input + ": " + read.outcome.Text());
+    if (!read.complete()) return Refuse(ShownName(input) + ": " + read.outcome.Text());
     // As compiling to a file does, so the calculator gets the same bytes.
     if (const int level = CountAllLevels(read.set)) return Refuse(NoLastBlocksMessage(level));
     const std::string calculatorName = name ? UpperCase(*name) : CalculatorNameOfFile(input);
     if (const auto fault = CalculatorNameFault(calculatorName)) return Refuse(*fault + " Give one with --name.");
     const WriteResult program = GetFormat(FormatId::Program).write(read.set, calculatorName + ".83p");
-    if (!program.ok) return Refuse(input + ": " + program.message);
+    if (!program.ok) return Refuse(ShownName(input) + ": " + program.message);
 
     std::optional<link::Cable> chosen = cable ? link::CableByName(*cable) : std::nullopt;
     if (!chosen) {
@@ -40,7 +41,7 @@ int ListCables() {
     const std::vector<link::Cable> found = link::FindCables();
     if (found.empty()) return Refuse(kNoCableMessage);
     for (const link::Cable& cable : found) std::puts(link::CableName(cable).c_str());
-    return kDone;
+    return Finished(kDone);
 }
 
 }  // namespace shd::cli

@@ -2,7 +2,6 @@
 // and reports what the editor's level checks would say about a set.
 #include <csignal>
 #include <cstdio>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,6 +10,7 @@
 #include "cli/Convert.h"
 #include "files/FileIo.h"
 #include "link/Link.h"
+#include "model/Quoted.h"
 
 namespace {
 
@@ -119,10 +119,10 @@ int main(int argc, char** argv) {
             optionsEnded = true;
         } else if (arg == "--help" || arg == "-h") {
             std::fputs(kHelp, stdout);
-            return shd::cli::kDone;
+            return shd::cli::Finished(shd::cli::kDone);
         } else if (arg == "--version") {
             std::puts("shardles-convert 3.0");
-            return shd::cli::kDone;
+            return shd::cli::Finished(shd::cli::kDone);
         } else if (arg == "--check") {
             command.check = true;
         } else if (arg == "--send") {
@@ -137,7 +137,7 @@ int main(int argc, char** argv) {
             } else if (arg[option.size()] == '=') {
                 value = arg.substr(option.size() + 1);
             } else {
-                return UsageError("unknown option " + std::string(arg));
+                return UsageError("unknown option " + shd::ShownName(arg));
             }
             if (option != "--from" && option != "--to") {
                 auto& text = option == "--name" ? command.name : option == "--cable" ? command.cable : command.folder;
@@ -149,11 +149,11 @@ int main(int argc, char** argv) {
             auto& slot = isFrom ? command.from : command.to;
             if (slot) return UsageError(std::string(option) + " given twice");
             slot = FormByName(value);
-            if (!slot) return UsageError("unknown form '" + std::string(value) + "'");
+            if (!slot) return UsageError("unknown form '" + shd::ShownName(value) + "'");
             if (!isFrom && !GetFormat(*slot).write)
                 return UsageError(std::string(value) + " can only be read");
         } else {
-            return UsageError("unknown option " + std::string(arg));
+            return UsageError("unknown option " + shd::ShownName(arg));
         }
     }
 
@@ -164,12 +164,12 @@ int main(int argc, char** argv) {
     if (command.check && command.send) return UsageError("--check and --send do not go together");
     if ((command.name || command.cable) && !command.send) return UsageError("--name and --cable go with --send");
     if (command.cable && !shd::link::CableByName(*command.cable))
-        return UsageError("unknown cable '" + *command.cable + "'");
+        return UsageError("unknown cable '" + shd::ShownName(*command.cable) + "'");
     if (command.folder) {
         if (command.check || command.send) return UsageError("-d goes with a conversion only");
         if (!command.to) return UsageError("-d needs --to FORM");
         if (command.files.empty()) return UsageError("-d needs at least one INPUT");
-        if (!std::filesystem::is_directory(*command.folder)) return UsageError(*command.folder + " is not a folder");
+        if (!shd::IsFolder(*command.folder)) return UsageError(shd::ShownName(*command.folder) + " is not a folder");
         return shd::cli::ConvertInto(command.from, command.files, *command.to, *command.folder);
     }
 
@@ -188,7 +188,7 @@ int main(int argc, char** argv) {
     auto unknownForm = [](const std::string& path, const char* option) {
         return UsageError(path == shd::cli::kStandardStream
                               ? std::string("the form of standard input or output must be named; give ") + option
-                              : "cannot tell the form of " + path + " from its extension; give " + option);
+                              : "cannot tell the form of " + shd::ShownName(path) + " from its extension; give " + option);
     };
     const std::string& input = command.files[0];
     const auto from = formOf(command.from, input);
@@ -198,7 +198,7 @@ int main(int argc, char** argv) {
 
     const std::string& output = command.files[1];
     if (output.empty()) return UsageError("the OUTPUT file name is empty");
-    if (output.back() == '/') return UsageError(output + " ends in /, so it names a folder, not a file");
+    if (output.back() == '/') return UsageError(shd::ShownName(output) + " ends in /, so it names a folder, not a file");
     const auto to = formOf(command.to, output);
     if (!to) return unknownForm(output, "--to");
     return shd::cli::Convert(*from, input, *to, output);
