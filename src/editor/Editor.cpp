@@ -1,12 +1,11 @@
 #include "editor/Editor.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <sstream>
 #include <cmath>
 #include <cstdlib>
 
 #include "editor/CellTools.h"
+#include "editor/RecentFiles.h"
 #include "editor/StepRecorder.h"
 #include "files/FileIo.h"
 #include "model/Numbers.h"
@@ -79,11 +78,9 @@ void Editor::FormLoad(const std::string& iniPath, const std::string& programFold
     if (lastFolder_.empty()) lastFolder_ = programFolder;
     recentPath_ = recentPath;
     recent_.clear();
-    if (auto list = recentPath.empty() ? std::nullopt : ReadWholeFile(recentPath)) {
-        std::istringstream lines(*list);
-        for (std::string path; std::getline(lines, path) && recent_.size() < kRecentFiles;)
-            if (!path.empty() && std::filesystem::exists(path)) recent_.push_back(path);
-    }
+    if (auto list = recentPath.empty() ? std::nullopt : ReadWholeFile(recentPath))
+        for (std::string& path : RecentFilesOf(*list, kRecentFiles))
+            if (IsRegularFile(path)) recent_.push_back(std::move(path));
     mnuNewShd_Click();
     ui_.focusedPalette = 0;
 }
@@ -92,10 +89,9 @@ bool Editor::FormQueryUnload() { return MayReplaceSet(); }
 
 void Editor::FormUnload() {
     // Failing to remember the folder or the list is not worth troubling the user with.
-    if (!iniPath_.empty()) WriteFileAtomic(iniPath_, lastFolder_ + "\r\n");
-    std::string list;
-    for (const std::string& path : recent_) list += path + "\n";
-    if (!recentPath_.empty()) WriteFileAtomic(recentPath_, list);
+    // Only a regular file is a settings file: a FIFO put there would hold up closing.
+    if (!iniPath_.empty()) WriteFileAtomic(iniPath_, lastFolder_ + "\r\n", nullptr, OtherTargets::Refuse);
+    if (!recentPath_.empty()) WriteFileAtomic(recentPath_, RecentFilesText(recent_), nullptr, OtherTargets::Refuse);
 }
 
 // ---- new sets ----

@@ -8,6 +8,7 @@
 #include "gui/BlockPictures.h"
 #include "gui/EditorStyle.h"
 #include "files/FileIo.h"
+#include "model/Quoted.h"
 #include "gui/HelpAndAbout.h"
 #include "gui/Places.h"
 #include "gui/Text.h"
@@ -42,7 +43,8 @@ int RunEditor(int& argc, char** argv, const std::function<void(frmDev&)>& starte
     // What is left once Qt has taken its own options.
     QStringList files = QCoreApplication::arguments().mid(1);
     if (!files.isEmpty() && files.front() == QStringLiteral("--")) files.removeFirst();
-    else if (!files.isEmpty() && files.front().startsWith(QLatin1Char('-'))) return UsageError(QStringLiteral("unknown option ") + files.front());
+    else if (!files.isEmpty() && files.front().startsWith(QLatin1Char('-')))
+        return UsageError(QStringLiteral("unknown option ") + QString::fromStdString(ShownName(files.front().toStdString())));
     if (files.size() > 1) return UsageError(QStringLiteral("give at most one FILE"));
 
     const Places places = FindPlaces(QCoreApplication::applicationDirPath());
