@@ -1,15 +1,17 @@
-// The handlers speak Windows virtual-key codes; Qt speaks Qt::Key.
+// Qt's keys as the editor knows them.
 #pragma once
 
 #include <Qt>
+
+#include "editor/Keys.h"
 
 class QKeyEvent;
 
 namespace shd::gui {
 
-// The virtual-key code of a Qt key, 0 for keys without one.
-int VirtualKey(int qtKey, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-int VirtualKey(const QKeyEvent& event);
+// The editor's key for a Qt key; Key::Other for every key its rules do not tell apart.
+Key KeyOf(int qtKey);
+Key KeyOf(const QKeyEvent& event);
 
 // The palette code a typed hexadecimal digit stands for (0-9, A-F, keypad
 // digits too), or -1. Keys held with Ctrl, Alt or Meta are shortcuts, not digits.

@@ -168,9 +168,9 @@ void frmDev::BuildControls() {
         button->setObjectName(QStringLiteral("optBlocks%1").arg(code));
         group->addButton(button, code);
         paletteRow->addWidget(button);
-        connect(button, &QAbstractButton::clicked, this, [this, code] { Run([&] { editor_.optBlocks_Click(code); }); });
+        connect(button, &QAbstractButton::clicked, this, [this, code] { Run([&] { editor_.ChooseBlock(code); }); });
         connect(button, &PaletteButton::keyDown, this,
-                [this](int key) { Run([&] { editor_.optBlocks_KeyDown(key); }, true); });
+                [this](Key key) { Run([&] { editor_.StepBlock(key); }, true); });
         connect(button, &PaletteButton::codeTyped, this, &frmDev::ChooseTypedCode);
         palette_[static_cast<std::size_t>(code)] = button;
     }
@@ -240,21 +240,21 @@ void frmDev::BuildControls() {
     outer->addLayout(setRow);
     outer->addLayout(body, 1);
 
-    connect(cmdAddLev_, &QPushButton::clicked, this, [this] { Run([&] { editor_.cmdAddLev_Click(); }); });
-    connect(cmdLoseLev_, &QPushButton::clicked, this, [this] { Run([&] { editor_.cmdLoseLev_Click(); }); });
+    connect(cmdAddLev_, &QPushButton::clicked, this, [this] { Run([&] { editor_.AddLevel(); }); });
+    connect(cmdLoseLev_, &QPushButton::clicked, this, [this] { Run([&] { editor_.RemoveLevel(); }); });
     connect(cmbLevels_, &QComboBox::activated, this,
-            [this](int index) { Run([&] { editor_.cmbLevels_Click(index); }); });
+            [this](int index) { Run([&] { editor_.GoToLevel(index + 1); }); });
     connect(txtTitle_, &QLineEdit::textEdited, this,
-            [this](const QString& text) { Run([&] { editor_.txtTitle_Changed(ToBytes(text)); }); });
+            [this](const QString& text) { Run([&] { editor_.SetTitle(ToBytes(text)); }); });
     connect(cmbBonus_, &QComboBox::editTextChanged, this, [this](const QString& text) {
-        if (!syncing_) Run([&] { editor_.cmbBonus_Changed(ToBytes(text)); });
+        if (!syncing_) Run([&] { editor_.SetBonusClock(ToBytes(text)); });
     });
     connect(cmbExLife_, &QComboBox::editTextChanged, this, [this](const QString& text) {
-        if (!syncing_) Run([&] { editor_.cmbExLife_Changed(ToBytes(text)); });
+        if (!syncing_) Run([&] { editor_.SetExtraLifePoints(ToBytes(text)); });
     });
     for (QLineEdit* box : {txtBallx_, txtBally_})
         connect(box, &QLineEdit::textChanged, this, [this, box](const QString& text) {
-            if (!syncing_) Run([&] { editor_.txtBall_Changed(box == txtBallx_, ToBytes(text)); });
+            if (!syncing_) Run([&] { editor_.TypeBallStart(box == txtBallx_ ? Axis::Across : Axis::Down, ToBytes(text)); });
         });
     for (QLineEdit* box : {txtTitle_, txtBallx_, txtBally_}) box->installEventFilter(this);
 }
@@ -273,9 +273,9 @@ void frmDev::BuildGrid() {
     });
     connect(grid_, &PictureGrid::codeTyped, this, &frmDev::ChooseTypedCode);
     // Any other key acts as on the palette, so Left and Right still step after painting.
-    connect(grid_, &PictureGrid::keyDown, this, [this](int key) {
-        if (key == keys::Escape) Run([&] { editor_.ClearSelection(); });
-        else Run([&] { editor_.optBlocks_KeyDown(key); }, true);
+    connect(grid_, &PictureGrid::keyDown, this, [this](Key key) {
+        if (key == Key::Escape) Run([&] { editor_.ClearSelection(); });
+        else Run([&] { editor_.StepBlock(key); }, true);
     });
     // The grid follows the room it is given until a zoom is chosen.
     connect(gridView_, &GridView::resized, this, &frmDev::SyncZoom);
@@ -297,7 +297,7 @@ void frmDev::BuildOverview() {
     addDockWidget(Qt::RightDockWidgetArea, overviewDock_);
     // Choosing a level here is choosing it in the level list.
     connect(overview_, &LevelOverview::chosen, this,
-            [this](int level) { Run([&] { editor_.cmbLevels_Click(level - 1); }); });
+            [this](int level) { Run([&] { editor_.GoToLevel(level); }); });
     connect(overview_, &LevelOverview::moved, this,
             [this](int from, int to) { Run([&] { editor_.MoveLevel(from, to); }); });
 }
@@ -327,8 +327,8 @@ void frmDev::BuildMenus() {
     QMenu* mnuFile = AddMenu(bar, "&File", "mnuFile");
     QMenu* mnuNew = AddMenu(mnuFile, "&New", "mnuNew");
     // A new set puts the focus on palette button 0.
-    AddAction(mnuNew, "&Shardles File", "mnuNewShd", [&e] { e.mnuNewShd_Click(); }, true);
-    AddAction(mnuNew, "&Tiltbash File", "mnuNewTil", [&e] { e.mnuNewTil_Click(); }, true);
+    AddAction(mnuNew, "&Shardles File", "mnuNewShd", [&e] { e.NewSet(GameKind::Shardles); }, true);
+    AddAction(mnuNew, "&Tiltbash File", "mnuNewTil", [&e] { e.NewSet(GameKind::Tiltbash); }, true);
     // Ctrl+N asks which game, as the menu does: it opens the New menu.
     auto* newSet = new QAction(this);
     newSet->setShortcut(QKeySequence::New);
@@ -339,25 +339,25 @@ void frmDev::BuildMenus() {
         ->setShortcuts(QKeySequence::Open);
     AddAction(mnuOpen, "&Old My File", "mnuOpenOld", [&e] { e.OpenLevelFile(FormatId::OldMyFile); });
     AddAction(mnuOpen, "&TI-83 List", "mnuOpenList", [&e] { e.OpenLevelFile(FormatId::List); });
-    AddAction(mnuOpen, "&Compiled Code", "mnuOpenCode", [&e] { e.mnuOpenCode_Click(); });
-    AddAction(mnuOpen, "&Source Code", "mnuOpenSource", [&e] { e.mnuOpenSource_Click(); });
+    AddAction(mnuOpen, "&Compiled Code", "mnuOpenCode", [&e] { e.OpenProgram(); });
+    AddAction(mnuOpen, "&Source Code", "mnuOpenSource", [&e] { e.OpenSource(); });
     mnuRecent_ = AddMenu(mnuFile, "Open &Recent", "mnuRecent");
     connect(mnuRecent_, &QMenu::aboutToShow, this, &frmDev::ListRecentFiles);
     mnuFile->addSeparator();
-    AddAction(mnuFile, "Sa&ve", "mnuSaveDocument", [&e] { e.mnuSaveDocument_Click(); })
+    AddAction(mnuFile, "Sa&ve", "mnuSaveDocument", [&e] { e.Save(); })
         ->setShortcuts(QKeySequence::Save);
-    AddAction(mnuFile, "Save &As...", "mnuSaveAs", [&e] { e.mnuSaveAs_Click(); })
+    AddAction(mnuFile, "Save &As...", "mnuSaveAs", [&e] { e.SaveAs(); })
         ->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     QMenu* mnuSave = AddMenu(mnuFile, "&Save", "mnuSave");
     AddAction(mnuSave, "&My File", "mnuSaveMyFile", [&e] { e.SaveLevelFile(FormatId::MyFile); });
     AddAction(mnuSave, "&TI-83 List", "mnuSaveList", [&e] { e.SaveLevelFile(FormatId::List); });
-    AddAction(mnuSave, "&Compiled Code", "mnuSaveCode", [&e] { e.mnuSaveCode_Click(); });
-    AddAction(mnuSave, "&Source Code", "mnuSaveSource", [&e] { e.mnuSaveSource_Click(); });
-    mnuExportAgain_ = AddAction(mnuFile, "Export A&gain", "mnuExportAgain", [&e] { e.mnuExportAgain_Click(); });
+    AddAction(mnuSave, "&Compiled Code", "mnuSaveCode", [&e] { e.SaveProgram(); });
+    AddAction(mnuSave, "&Source Code", "mnuSaveSource", [&e] { e.SaveSource(); });
+    mnuExportAgain_ = AddAction(mnuFile, "Export A&gain", "mnuExportAgain", [&e] { e.ExportAgain(); });
     mnuExportAgain_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
     AddAction(mnuFile, "Send to &Calculator...", "mnuSendCalc", [this] {
         QtCalculatorLink link(this);
-        editor_.mnuSendCalc_Click(link);
+        editor_.SendToCalculator(link);
     });
     mnuFile->addSeparator()->setObjectName(QStringLiteral("mnu"));
     QAction* mnuExit = mnuFile->addAction(QStringLiteral("E&xit"));
@@ -397,8 +397,8 @@ void frmDev::BuildMenus() {
     mnuView->addAction(overview);
 
     mnuCreate_ = AddMenu(bar, "&Create", "mnuCreate");
-    AddAction(mnuCreate_, "&Normal Shardle", "mnuCreateNormShd", [&e] { e.mnuCreateNormShd_Click(); });
-    AddAction(mnuCreate_, "&Changer Shardle", "mnuCreateChangeShd", [&e] { e.mnuCreateChangeShd_Click(); });
+    AddAction(mnuCreate_, "&Normal Shardle", "mnuCreateNormShd", [&e] { e.EditPiece(PictureKind::Normal); });
+    AddAction(mnuCreate_, "&Changer Shardle", "mnuCreateChangeShd", [&e] { e.EditPiece(PictureKind::Change); });
 
     mnuTrickey_ = AddMenu(bar, "&Tricky", "mnuTrickey");
     mnuUn_ = AddMenu(mnuTrickey_, "&Unused Shardles", "mnuUn");
@@ -417,10 +417,10 @@ void frmDev::BuildMenus() {
     toggle(mnuShdOp_, "&Arrow Blocks Are Breakable", "mnuArrow", Toggle::ArrowBreakable, &MenuMarks::ArrowBreakable);
     toggle(mnuShdOp_, "&Match # of Locks to # of Blocks", "mnuMatch", Toggle::MatchLocks, &MenuMarks::MatchLocks);
     toggle(mnuShdOp_, "Use &Shardles Debugger", "mnuUse", Toggle::Debugger, &MenuMarks::Debugger);
-    QAction* special = AddAction(mnuTrickey_, "&Special Unused Blocks", "mnuSpecial", [&e] { e.mnuSpecial_Click(); });
+    QAction* special = AddAction(mnuTrickey_, "&Special Unused Blocks", "mnuSpecial", [&e] { e.AskSpecialCount(); });
     special->setCheckable(true);
     marks_.push_back({special, &MenuMarks::Special});
-    AddAction(mnuTrickey_, "&Reset All", "mnuResetAll", [&e] { e.mnuResetAll_Click(); });
+    AddAction(mnuTrickey_, "&Reset All", "mnuResetAll", [&e] { e.ResetAll(); });
 
     QMenu* mnuHelp = AddMenu(bar, "&Help", "mnuHelp");
     AddAction(mnuHelp, "&Contents", "mnuContents", [this] {
@@ -428,7 +428,7 @@ void frmDev::BuildMenus() {
         ShowUserGuide(this, QDir(programFolder_).filePath(QStringLiteral("user-guide.md")));
     })
         ->setShortcuts(QKeySequence::HelpContents);
-    AddAction(mnuHelp, "&About", "mnuAbout", [&e] { e.mnuAbout_Click(); });
+    AddAction(mnuHelp, "&About", "mnuAbout", [&e] { e.ShowAbout(); });
 }
 
 // Cells and levels travel through the clipboard as plain text, so two
@@ -524,7 +524,7 @@ void frmDev::BuildStatusBar() {
 void frmDev::Start(const QString& iniPath, const QString& programFolder, const QString& pictureFolder,
                    const QString& recentPath) {
     programFolder_ = pictureFolder.isEmpty() ? programFolder : pictureFolder;
-    Run([&] { editor_.FormLoad(PathBytes(iniPath), PathBytes(programFolder), PathBytes(recentPath)); }, true);
+    Run([&] { editor_.Start(PathBytes(iniPath), PathBytes(programFolder), PathBytes(recentPath)); }, true);
 }
 
 void frmDev::OpenPath(const QString& path) {
@@ -697,7 +697,7 @@ void frmDev::CellDragged(QPoint position, Qt::MouseButtons held) {
 // A digit typed on the grid or the palette chooses its block as a click on
 // its palette button would.
 void frmDev::ChooseTypedCode(int code) {
-    Run([&] { editor_.optBlocks_Click(code); });
+    Run([&] { editor_.ChooseBlock(code); });
     PaletteButton* button = palette_[static_cast<std::size_t>(code)];
     button->setChecked(true);
     button->setFocus(Qt::OtherFocusReason);
@@ -707,7 +707,7 @@ void frmDev::BackgroundPressed(Qt::MouseButton button, QPoint globalPosition) {
     const auto b = ButtonOf(button);
     if (!b) return;
     bool popUp = false;
-    Run([&] { popUp = editor_.Form_MouseDown(*b); });
+    Run([&] { popUp = editor_.PressBackground(*b); });
     if (popUp) mnuTrickey_->popup(globalPosition);
 }
 
@@ -716,15 +716,15 @@ bool frmDev::eventFilter(QObject* watched, QEvent* event) {
         auto* key = static_cast<QKeyEvent*>(event);
         // One key-up per key, however long it was held.
         if (!key->isAutoRepeat()) {
-            const int vk = VirtualKey(*key);
+            const Key released = KeyOf(*key);
             if (watched == txtTitle_) {
-                Run([&] { editor_.txtTitle_KeyUp(vk); });
+                Run([&] { editor_.CheckTitle(released); });
             } else if (watched == txtBallx_) {
                 const std::string text = ToBytes(txtBallx_->text());
-                Run([&] { editor_.txtBallx_KeyUp(vk, text); });
+                Run([&] { editor_.SetBallStart(Axis::Across, text, released); });
             } else if (watched == txtBally_) {
                 const std::string text = ToBytes(txtBally_->text());
-                Run([&] { editor_.txtBally_KeyUp(vk, text); });
+                Run([&] { editor_.SetBallStart(Axis::Down, text, released); });
             }
         }
     }
@@ -733,12 +733,12 @@ bool frmDev::eventFilter(QObject* watched, QEvent* event) {
 
 void frmDev::closeEvent(QCloseEvent* event) {
     bool mayClose = false;
-    Run([&] { mayClose = editor_.FormQueryUnload(); });
+    Run([&] { mayClose = editor_.MayClose(); });
     if (!mayClose) {
         event->ignore();
         return;
     }
-    editor_.FormUnload();
+    editor_.Close();
     event->accept();
 }
 
