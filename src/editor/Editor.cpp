@@ -67,7 +67,7 @@ std::string Editor::DocumentName() const { return documentPath_.empty() ? "Untit
 
 void Editor::ClearForNewSet() {
     set_.CurrentLevel = 1;
-    ui_.SelectedBlock = 0;
+    ui_.selectedBlock = 0;
     ui_.levelEntries = {LevelEntry(1)};
     ui_.levelText = LevelEntry(1);
     ui_.marks.ArrowBreakable = false;
@@ -126,7 +126,7 @@ int Editor::LiveBlockCount() const { return ComputeBlockCounts(set_, set_.Curren
 // ---- undo steps ----
 
 EditorState Editor::CaptureState() const {
-    return {set_, ui_.levelEntries, ui_.levelText, ui_.levelCountLabel, ui_.ballXText,
+    return {set_, ui_.levelEntries, ui_.levelText, ui_.levelCountText, ui_.ballXText,
             ui_.ballYText, ui_.shownPictures, ui_.marks};
 }
 
@@ -134,7 +134,7 @@ void Editor::ApplyState(const EditorState& state) {
     set_ = state.set;
     ui_.levelEntries = state.levelEntries;
     ui_.levelText = state.levelText;
-    ui_.levelCountLabel = state.levelCountLabel;
+    ui_.levelCountText = state.levelCountText;
     ui_.ballXText = state.ballXText;
     ui_.ballYText = state.ballYText;
     ui_.shownPictures = state.shownPictures;

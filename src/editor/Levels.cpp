@@ -21,7 +21,7 @@ void Editor::AppendLevel() {
 // The level list and its count, for the levels the set has now.
 void Editor::ListLevels() {
     const auto count = static_cast<std::size_t>(set_.LevelCount());
-    ui_.levelCountLabel = "Number of Levels: " + std::to_string(count);
+    ui_.levelCountText = "Number of Levels: " + std::to_string(count);
     std::vector<std::string>& entries = ui_.levelEntries;
     if (entries.size() > count) entries.resize(count);
     while (entries.size() < count) entries.push_back(LevelEntry(static_cast<int>(entries.size()) + 1));

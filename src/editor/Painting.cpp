@@ -8,11 +8,11 @@
 namespace shd {
 
 void Editor::ChooseBlock(int code) {
-    if (code >= 0 && code <= 15) ui_.SelectedBlock = code;
+    if (code >= 0 && code <= 15) ui_.selectedBlock = code;
 }
 
 void Editor::StepBlock(Key key) {
-    int& block = ui_.SelectedBlock;
+    int& block = ui_.selectedBlock;
     if (key == Key::Right) {
         if (block == 15) block = 0;
         if (block < 15) ++block;
@@ -27,7 +27,7 @@ void Editor::PaintCell(int index, MouseButton button) {
     auto& cells = set_.Current().Cells;
     if (index < 0 || static_cast<std::size_t>(index) >= cells.size()) return;
     if (button != MouseButton::Left && button != MouseButton::Right) return;
-    SetCell(index, button == MouseButton::Left ? ui_.SelectedBlock : 0);
+    SetCell(index, button == MouseButton::Left ? ui_.selectedBlock : 0);
 }
 
 void Editor::SetCell(int index, int code) {
@@ -88,7 +88,7 @@ void Editor::EndStroke() {
     // The rectangle's cells and the debugger's answers join the stroke's step.
     ++recording_;
     if (stroke.tool == Tool::Rectangle) {
-        const int code = stroke.button == MouseButton::Left ? ui_.SelectedBlock : 0;
+        const int code = stroke.button == MouseButton::Left ? ui_.selectedBlock : 0;
         // Clipped, as the grid may have been replaced under an unfinished stroke.
         if (stroke.button != MouseButton::Middle)
             for (int cell : CellsIn(ClipRange(ui_.preview, RowsOf(set_.Current().Cells)))) SetCell(cell, code);

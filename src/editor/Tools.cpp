@@ -30,7 +30,7 @@ void Editor::PressWithTool(int index, Point at, MouseButton button) {
     stroke_ = Stroke{button, index, at, tool == Tool::Select ? EditorState{} : CaptureState(), tool, index};
     StretchToolStroke();
     if (tool == Tool::Fill && button != MouseButton::Middle) {
-        const int code = button == MouseButton::Left ? ui_.SelectedBlock : 0;
+        const int code = button == MouseButton::Left ? ui_.selectedBlock : 0;
         for (int cell : ConnectedArea(set_.Current().Cells, index)) SetCell(cell, code);
     }
 }

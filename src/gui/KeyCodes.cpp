@@ -27,4 +27,20 @@ int PaletteCodeOfKey(const QKeyEvent& event) {
     return -1;
 }
 
+std::optional<MouseButton> MouseButtonOf(Qt::MouseButton button) {
+    switch (button) {
+    case Qt::LeftButton: return MouseButton::Left;
+    case Qt::RightButton: return MouseButton::Right;
+    case Qt::MiddleButton: return MouseButton::Middle;
+    default: return std::nullopt;
+    }
+}
+
+int HeldButtons(Qt::MouseButtons held) {
+    int bits = 0;
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
+        if (held.testFlag(button)) bits |= static_cast<int>(*MouseButtonOf(button));
+    return bits;
+}
+
 }  // namespace shd::gui

@@ -1,8 +1,10 @@
-// Qt's keys as the editor knows them.
+// Qt's keys and mouse buttons as the editor knows them.
 #pragma once
 
 #include <Qt>
+#include <optional>
 
+#include "editor/Editor.h"
 #include "editor/Keys.h"
 
 class QKeyEvent;
@@ -16,5 +18,10 @@ Key KeyOf(const QKeyEvent& event);
 // The palette code a typed hexadecimal digit stands for (0-9, A-F, keypad
 // digits too), or -1. Keys held with Ctrl, Alt or Meta are shortcuts, not digits.
 int PaletteCodeOfKey(const QKeyEvent& event);
+
+// The editor's mouse button for a Qt one; none for the buttons it does not know.
+std::optional<MouseButton> MouseButtonOf(Qt::MouseButton button);
+// The buttons held, as MouseButton bits.
+int HeldButtons(Qt::MouseButtons held);
 
 }  // namespace shd::gui

@@ -21,7 +21,7 @@ const char* kSourceOpen = "TI-83 Source Files (*.z80, *.asm)|*.z80;*.asm";
 TEST_F(EditorTest, StartsWithANewShardlesSetAndNewSetsLayOutTheirKind) {
     EXPECT_EQ(JsonOf(set()), JsonOf(NewSet(GameKind::Shardles)));
     EXPECT_EQ(ui().levelEntries, std::vector<std::string>{"Level 1"});
-    EXPECT_EQ(ui().levelText + "|" + ui().levelCountLabel, "Level 1|Number of Levels: 1");
+    EXPECT_EQ(ui().levelText + "|" + ui().levelCountText, "Level 1|Number of Levels: 1");
     EXPECT_EQ(ui().marks, (MenuMarks{.MatchLocks = true, .Debugger = true}));
     EXPECT_TRUE(ui().shardlesControlsVisible && ui().createMenuVisible);
     EXPECT_EQ(ui().focusedPalette, 0);
@@ -36,7 +36,7 @@ TEST_F(EditorTest, StartsWithANewShardlesSetAndNewSetsLayOutTheirKind) {
     EXPECT_EQ(ui().shownPictures.size(), 64u);
     EXPECT_EQ(ui().paletteFiles[7] + ui().paletteFiles[8] + ui().paletteFiles[11], "tlblockB.giftlblock7.giftlblockA.gif");
     EXPECT_FALSE(ui().shardlesControlsVisible || ui().createMenuVisible);
-    EXPECT_EQ(ui().SelectedBlock, 0);
+    EXPECT_EQ(ui().selectedBlock, 0);
     // Marks that a new set clears go; the others stay until a Shardles set checks what is on.
     EXPECT_FALSE(ui().marks.WrapAround || ui().marks.Debugger);
     EXPECT_TRUE(ui().marks.Spotted);
@@ -144,7 +144,7 @@ TEST_F(EditorTest, PaletteKeysStepAndWrapAsTheyAlwaysDid) {
     for (const auto& [from, key, to] : cases) {
         editor.ChooseBlock(from);
         editor.StepBlock(key);
-        EXPECT_EQ(ui().SelectedBlock, to) << from << " " << static_cast<int>(key);
+        EXPECT_EQ(ui().selectedBlock, to) << from << " " << static_cast<int>(key);
         EXPECT_EQ(ui().focusedPalette, to);
     }
     New(GameKind::Tiltbash);
@@ -233,7 +233,7 @@ TEST_F(EditorTest, TheDebuggerAsksInOrderAndEachYesRunsTheToggleWithItsMarkRule)
 
 TEST_F(EditorTest, LevelsAreAddedUpTo255AndRemovedWithTheirRecords) {
     for (int i = 0; i < 254; ++i) editor.AddLevel();
-    EXPECT_EQ(ui().levelEntries.back() + "|" + ui().levelCountLabel, "Level 255|Number of Levels: 255");
+    EXPECT_EQ(ui().levelEntries.back() + "|" + ui().levelCountText, "Level 255|Number of Levels: 255");
     EXPECT_EQ(set().CurrentLevel, 1);
     prompts.ExpectMessage("You can't have more than 255 levels!");
     editor.AddLevel();
@@ -261,7 +261,7 @@ TEST_F(EditorTest, LevelsAreAddedUpTo255AndRemovedWithTheirRecords) {
     EXPECT_EQ(firstCells(), "1345");
     EXPECT_EQ(set().Record(2).SpecialUnusedCount, 30);  // the record moves with its level
     EXPECT_EQ(ui().shownPictures[0] * 10 + std::stoi(ui().ballXText), 33);
-    EXPECT_EQ(ui().levelText + "|" + ui().levelCountLabel, "Level 2|Number of Levels: 4");
+    EXPECT_EQ(ui().levelText + "|" + ui().levelCountText, "Level 2|Number of Levels: 4");
     prompts.Expect(K::YesNoCancel, kTrash, Answer::No);
     editor.RemoveLevel();
     EXPECT_EQ(firstCells(), "134");
@@ -498,7 +498,7 @@ TEST_F(EditorTest, OpeningRefusesForeignFilesKeepingTheSetAndSaysWhereAReadStopp
     prompts.ExpectOpen(kMyFileOpen, dir / "off.rsx").ExpectMessage("Opened Succesfully");
     editor.OpenLevelFile(FormatId::MyFile);
     EXPECT_TRUE(ui().marks.Debugger && !set().UseShardlesDebugger);
-    EXPECT_EQ(ui().SelectedBlock, 0);
+    EXPECT_EQ(ui().selectedBlock, 0);
 }
 
 TEST_F(EditorTest, SaveWritesTheSetsFileAgainExportAgainRepeatsAndRecentFilesAreKept) {

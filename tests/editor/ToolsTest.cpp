@@ -270,7 +270,7 @@ TEST_F(ToolsTest, LevelCommandsKeepEachRecordWithItsLevelAndShowTheOneTheyMade) 
     EXPECT_EQ(Order(), "11 22 25 33 @3");
     EXPECT_EQ(set().Layout(2).BallY * 10 + set().Layout(3).BallY, 77);
     EXPECT_EQ(set().Record(3).SpottedCount, 1);
-    EXPECT_EQ(ui().levelText + "|" + ui().levelCountLabel + "|" + ui().levelEntries.back(),
+    EXPECT_EQ(ui().levelText + "|" + ui().levelCountText + "|" + ui().levelEntries.back(),
               "Level 3|Number of Levels: 4|Level 4");
     // The current level stays current; another current level follows its level.
     const std::tuple<int, int, std::string> moves[] = {
