@@ -12,7 +12,7 @@
 namespace shd {
 
 Editor::Editor(Prompts& prompts) : prompts_(prompts) {
-    // Before Form_Load the window already has its design-time grid cell 0.
+    // Until Start there is already a set, so the window has one to show.
     set_ = shd::NewSet(GameKind::Shardles);
 }
 

@@ -232,7 +232,7 @@ private:
     std::string sendName_;  // the name the set was last sent as
 
     History history_;
-    int recording_ = 0;  // handlers running; only the outermost records its step
+    int recording_ = 0;  // operations running; only the outermost records its step
 
     struct Stroke {
         MouseButton button;

@@ -322,7 +322,7 @@ TEST_F(WindowTest, BoxesListsAndButtonsReachTheEditorAndShowWhatItKeeps) {
     EXPECT_EQ(bonus->currentText() + title->text(), QStringLiteral("30Please Add a Title"));
 }
 
-TEST_F(WindowTest, MenusRunTheirHandlersAndShowTheEditorsMarks) {
+TEST_F(WindowTest, MenusRunTheirOperationsAndShowTheEditorsMarks) {
     EXPECT_TRUE(Checked("matchLocks") && !Checked("useWrapAround"));
     Trigger("unusedSpotted");
     EXPECT_TRUE(Checked("unusedSpotted") && set().Record(1).SpottedUnused);
