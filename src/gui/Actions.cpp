@@ -264,7 +264,7 @@ WindowActions::WindowActions(MainWindow& window, QMenuBar* bar, QToolBar* tools)
         action->setText(caption);
         action->setObjectName(QString::fromLatin1(row.id));
         if (!row.keys.isEmpty()) action->setShortcuts(row.keys);
-        action->setCheckable(static_cast<bool>(row.checked));
+        if (!row.existing) action->setCheckable(static_cast<bool>(row.checked));
         if (row.exclusive) {
             if (!group) group = new QActionGroup(&window);
             group->addAction(action);

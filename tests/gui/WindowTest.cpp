@@ -151,10 +151,16 @@ TEST_F(WindowTest, EveryRowOfTheActionsTableIsAnActionOfTheWindow) {
         ASSERT_NE(action, nullptr);
         EXPECT_EQ(action->text(), QString::fromLatin1(row.caption));
         if (!row.keys.isEmpty()) EXPECT_EQ(action->shortcuts(), row.keys);
-        EXPECT_EQ(action->isCheckable(), static_cast<bool>(row.checked));
+        if (!row.existing) EXPECT_EQ(action->isCheckable(), static_cast<bool>(row.checked));
         if (row.toolTip) EXPECT_EQ(window->findChild<QToolBar*>()->actions().at(onToolBar++), action);
     }
     EXPECT_EQ(onToolBar, 4);
+    // The dock's own action keeps its check mark and shows and hides the overview.
+    EXPECT_TRUE(Checked("showOverview") && window->overview()->isVisible());
+    Trigger("showOverview");
+    EXPECT_FALSE(Checked("showOverview") || window->overview()->isVisible());
+    Trigger("showOverview");
+    EXPECT_TRUE(Checked("showOverview") && window->overview()->isVisible());
 }
 
 TEST_F(WindowTest, TheGridZoomsByKeyAndWheelAndTheStatusBarNamesTheCellUnderThePointer) {
