@@ -88,7 +88,7 @@ ActionRow ToolRow(const char* id, const char* caption, Tool tool, const char* ti
 
 bool HasSelection(const Editor& e) { return !e.ui().selection.empty(); }
 
-QKeySequence Keys(int combination) { return QKeySequence(combination); }
+QKeySequence Keys(QKeyCombination combination) { return QKeySequence(combination); }
 
 std::vector<ActionRow> MakeTable() {
     using QK = QKeySequence;
