@@ -54,8 +54,8 @@ void CheckLevel(const std::string& text, GameKind kind) {
 void CheckPaste(const std::string& text, bool tiltbash) {
     NoPrompts prompts;
     Editor editor(prompts);
-    if (tiltbash) editor.mnuNewTil_Click();
-    else editor.mnuNewShd_Click();
+    if (tiltbash) editor.NewSet(GameKind::Tiltbash);
+    else editor.NewSet(GameKind::Shardles);
     editor.PasteCells(text);
     editor.PasteLevel(text);
     if (!CheckConsistent(editor.set()).empty()) Fail("inconsistent set after pasting");

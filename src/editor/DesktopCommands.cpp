@@ -13,9 +13,9 @@ std::string AboutText() {
            "a link cable.";
 }
 
-void Editor::mnuAbout_Click() { prompts_.Message(AboutText()); }
+void Editor::ShowAbout() { prompts_.Message(AboutText()); }
 
-void Editor::mnuSendCalc_Click(CalculatorLink& link) {
+void Editor::SendToCalculator(CalculatorLink& link) {
     // The same counts and refusal as compiling to a file, so the calculator
     // gets the very bytes Save → Compiled Code would write.
     if (!CountAllLevelsOrShow()) return;

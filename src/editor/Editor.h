@@ -1,6 +1,10 @@
-// The main window's behaviour without a toolkit: its state and every handler.
-// The Qt window shows `ui()` and `set()` and forwards events here; every
-// dialog goes through `Prompts`.
+// The editor without a toolkit: the set being edited, what the window shows
+// of it, and every operation the user can ask for, named by what the user
+// does. The Qt window shows `ui()` and `set()` and calls these operations;
+// every dialog goes through `Prompts`. The operations' bodies are kept by
+// concept: the document (Editor.cpp, FileCommands.cpp), the levels
+// (Levels.cpp), painting and tools (Painting.cpp, Tools.cpp), the level
+// fields (LevelFields.cpp) and the checks and options (Options.cpp).
 #pragma once
 
 #include <functional>
@@ -10,6 +14,7 @@
 
 #include "editor/CellTools.h"
 #include "editor/History.h"
+#include "editor/Keys.h"
 #include "editor/Layout.h"
 #include "editor/Prompts.h"
 #include "editor/WindowState.h"
@@ -35,11 +40,8 @@ std::string AboutText();
 // of buttons held down is their bits or'ed together.
 enum class MouseButton { Left = 1, Right = 2, Middle = 4 };
 
-// Virtual-key codes the handlers look at.
-namespace keys {
-inline constexpr int Backspace = 8, Escape = 27, End = 35, Home = 36, Left = 37, Right = 39, Delete = 46;
-bool IsEditingKey(int keyCode);  // the six keys that leave a text box unchecked
-}  // namespace keys
+// The two ball boxes: how far right, and how far down, the ball starts.
+enum class Axis { Across, Down };
 
 // The grid cell under a point, or -1 where there is none.
 using CellLocator = std::function<int(Point)>;
@@ -54,9 +56,9 @@ public:
 
     // Start-up and shutdown. The settings file holds one line, the last folder;
     // the recent files' list, one path a line, is kept at `recentPath`.
-    void FormLoad(const std::string& iniPath, const std::string& programFolder, const std::string& recentPath = {});
-    bool FormQueryUnload();  // true: the window may close
-    void FormUnload();
+    void Start(const std::string& iniPath, const std::string& programFolder, const std::string& recentPath = {});
+    bool MayClose();  // true: the window may close
+    void Close();
 
     // The document: the My File the set was opened from or saved to, and
     // whether the set has changed since (the undo history's clean state).
@@ -65,23 +67,23 @@ public:
     const std::vector<std::string>& recentFiles() const { return recent_; }
     bool CanExportAgain() const { return lastExport_.has_value(); }
 
-    // New sets and "&Reset All".
-    void mnuNewShd_Click();
-    void mnuNewTil_Click();
-    void mnuResetAll_Click();
+    // A new set of one level for `kind`, after asking about a changed set.
+    void NewSet(GameKind kind);
 
-    // The Tricky menu.
+    // The Tricky menu: the set's options and the current level's unused
+    // pieces, its special count, the custom pieces, and Reset All.
     void Toggle(shd::Toggle which);  // a menu choice, or Yes to a debugger question
-    void mnuSpecial_Click();
-    void mnuCreateNormShd_Click();
-    void mnuCreateChangeShd_Click();
+    void AskSpecialCount();
+    // Opening either picture switches custom shardles on, even when the dialog is cancelled.
+    void EditPiece(PictureKind kind);
+    void ResetAll();  // empties the current level's grid and its unused pieces
 
     // Palette and grid.
-    void optBlocks_Click(int index);
-    void optBlocks_KeyDown(int keyCode);
-    void pctBox_MouseUp(int index, MouseButton button);  // a click: press and release on one cell
+    void ChooseBlock(int code);
+    void StepBlock(Key key);  // Left and Right step through the palette, wrapping
+    void ClickCell(int index, MouseButton button);  // a click: press and release on one cell
     // Shows or hides the Shardles submenus; true when the Tricky menu should pop up.
-    bool Form_MouseDown(MouseButton button);
+    bool PressBackground(MouseButton button);
 
     // Drag painting. A press on a cell paints it and opens a stroke; each cell
     // the pointer then enters is painted the same way, those it crosses
@@ -94,36 +96,40 @@ public:
     // Any other event ends an open stroke first, as its release would.
     void EndStroke();
 
-    // Level list and settings.
-    void cmdAddLev_Click();
-    void cmdLoseLev_Click();
-    void cmbLevels_Click(int entryIndex);
-    void txtTitle_Changed(const Bytes& text);  // every edit of the title box
-    void txtTitle_KeyUp(int keyCode);          // cuts the title to 20 characters
+    // The levels.
+    void AddLevel();     // after the last one
+    void RemoveLevel();  // the current one or the last, as the user answers
+    // Shows level `level` (1..N), first offering to add one to a set of one.
+    void GoToLevel(int level);
+
+    // The level fields. The title and the settings are the set's at every
+    // edit; the title is cut to 20 characters when a key other than an
+    // editing key is released in its box.
+    void SetTitle(const Bytes& text);
+    void CheckTitle(Key released);
     // The ball boxes hold what they show, however it got there (typing,
-    // pasting, dropping); only a key release checks it.
-    void txtBall_Changed(bool across, const std::string& text);
-    void txtBallx_KeyUp(int keyCode, const std::string& text);
-    void txtBally_KeyUp(int keyCode, const std::string& text);
-    void cmbBonus_Changed(const Bytes& text);
-    void cmbExLife_Changed(const Bytes& text);
+    // pasting, dropping); only a key release checks it and stores it.
+    void TypeBallStart(Axis axis, const std::string& text);
+    void SetBallStart(Axis axis, const std::string& text, Key released);
+    void SetBonusClock(const Bytes& text);
+    void SetExtraLifePoints(const Bytes& text);
 
     // Files. Every command that would replace or clear a changed set asks
     // first whether to save it, and goes on only when it may.
     void OpenLevelFile(FormatId format);  // MyFile, OldMyFile, List
     void SaveLevelFile(FormatId format);  // MyFile, List
-    void mnuOpenCode_Click();
-    void mnuOpenSource_Click();
-    void mnuSaveCode_Click();
-    void mnuSaveSource_Click();
-    void mnuSaveDocument_Click();  // Save: the My File again, or Save As when there is none
-    void mnuSaveAs_Click();        // Save As: always asks for the My File's name
-    void mnuExportAgain_Click();   // the last export, to the same file and form, without a dialog
+    void OpenProgram();
+    void OpenSource();
+    void SaveProgram();
+    void SaveSource();
+    void Save();         // the My File again, or Save As when there is none
+    void SaveAs();       // always asks for the My File's name
+    void ExportAgain();  // the last export, to the same file and form, without a dialog
     void OpenPath(const std::string& path);  // a file from outside, of the form its extension names
     // Counts the blocks, asks for the name, makes the program file in memory
     // and sends it over the cable found, or the one chosen when there are several.
-    void mnuSendCalc_Click(CalculatorLink& link);
-    void mnuAbout_Click();
+    void SendToCalculator(CalculatorLink& link);
+    void ShowAbout();
 
     // Zoom. The grid follows the window at the largest multiple of its
     // pictures that fits (`fitZoom`, which the window measures) until a
@@ -169,9 +175,9 @@ public:
     std::string CopyLevel() const;
     void PasteLevel(const std::string& text);  // after the current level, and becomes current
 
-    // The routines the handlers share.
-    void ResetAll();
-    void GetFormReady();
+    // The routines the operations share.
+    void ClearForNewSet();   // level 1, block 0, the set's fields and some marks back to a new set's
+    void PrepareForGame();   // the window's controls, grid, palette and level list for the set's game
     void ShowLevel();
     void CountBlocks();
     void ShardlesDebug();
@@ -182,10 +188,7 @@ public:
 private:
     friend class StepRecorder;
 
-    void NewSet(GameKind kind);
-    void EditPicture(PictureKind kind);
-    void SetBall(bool across, int keyCode, const std::string& text);
-    void AddLevel();
+    void AppendLevel();
     void ListLevels();
     bool RoomForALevel();
     void PaintCell(int index, MouseButton button);
@@ -229,7 +232,7 @@ private:
     std::string sendName_;  // the name the set was last sent as
 
     History history_;
-    int recording_ = 0;  // handlers running; only the outermost records its step
+    int recording_ = 0;  // operations running; only the outermost records its step
 
     struct Stroke {
         MouseButton button;

@@ -31,7 +31,7 @@ bool Editor::MayReplaceSet() {
     if (!IsModified()) return true;
     switch (prompts_.AskYesNoCancel("Save before quiting?")) {
     case Answer::Yes:
-        mnuSaveDocument_Click();
+        Save();
         return !IsModified();  // a refused or cancelled save keeps everything as it was
     case Answer::No: return true;
     case Answer::Cancel: return false;
@@ -47,13 +47,13 @@ void Editor::ClosingSteps() {
     RunDebuggerIfOn();
 }
 
-// A read replaces the set wholesale: the window goes through ResetAll and
-// GetFormReady for the new kind and level count, keeping marks as they do.
+// A read replaces the set wholesale: the window goes through ClearForNewSet and
+// PrepareForGame for the new kind and level count, keeping marks as they do.
 void Editor::AdoptSet(LevelSet&& set) {
-    ResetAll();
+    ClearForNewSet();
     set_ = std::move(set);
     set_.CurrentLevel = 1;
-    GetFormReady();
+    PrepareForGame();
     history_.Clear();
     lastExport_.reset();
 }
@@ -93,8 +93,8 @@ void Editor::OpenLevelFile(FormatId id) {
     ClosingSteps();
 }
 
-void Editor::mnuOpenCode_Click() { OpenLevelFile(FormatId::Program); }
-void Editor::mnuOpenSource_Click() { OpenLevelFile(FormatId::Source); }
+void Editor::OpenProgram() { OpenLevelFile(FormatId::Program); }
+void Editor::OpenSource() { OpenLevelFile(FormatId::Source); }
 
 void Editor::OpenPath(const std::string& path) {
     const auto id = FormOfFileName(FileTitleOf(path));
@@ -160,10 +160,10 @@ void Editor::SaveLevelFile(FormatId id) {
     ClosingSteps();
 }
 
-void Editor::mnuSaveAs_Click() { SaveLevelFile(FormatId::MyFile); }
+void Editor::SaveAs() { SaveLevelFile(FormatId::MyFile); }
 
-void Editor::mnuSaveDocument_Click() {
-    if (documentPath_.empty()) return mnuSaveAs_Click();
+void Editor::Save() {
+    if (documentPath_.empty()) return SaveAs();
     if (!CountAllLevelsOrShow()) return;
     if (WriteSet(GetFormat(FormatId::MyFile), documentPath_, FileTitleOf(documentPath_))) {
         Saved(FormatId::MyFile, documentPath_, FileTitleOf(documentPath_));
@@ -172,7 +172,7 @@ void Editor::mnuSaveDocument_Click() {
     ClosingSteps();
 }
 
-void Editor::mnuExportAgain_Click() {
+void Editor::ExportAgain() {
     if (!lastExport_) return;
     const Export again = *lastExport_;
     const Format& format = GetFormat(again.format);
@@ -184,7 +184,7 @@ void Editor::mnuExportAgain_Click() {
     ClosingSteps();
 }
 
-void Editor::mnuSaveCode_Click() {
+void Editor::SaveProgram() {
     if (!CountAllLevelsOrShow()) return;
     const Format& format = GetFormat(FormatId::Program);
     const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_, ExtensionOf(format));
@@ -202,7 +202,7 @@ void Editor::mnuSaveCode_Click() {
     ClosingSteps();
 }
 
-void Editor::mnuSaveSource_Click() {
+void Editor::SaveSource() {
     const Format& format = GetFormat(FormatId::Source);
     const FileChoice choice = prompts_.SaveFileDialog(format.saveFilter, lastFolder_, ExtensionOf(format));
     if (!choice.path.empty() && WriteSet(format, choice.path, choice.title)) {

@@ -23,7 +23,7 @@ enum class StepKind {
 struct EditorState {
     LevelSet set;
     std::vector<std::string> levelEntries;
-    std::string levelText, levelCountLabel, ballXText, ballYText;
+    std::string levelText, levelCountText, ballXText, ballYText;
     std::vector<int> shownPictures;
     MenuMarks marks;
     bool operator==(const EditorState&) const = default;

@@ -1,11 +1,11 @@
-// The undo step around a handler, shared by the files that hold Editor's handlers.
+// The undo step around an operation, shared by the files that hold Editor's operations.
 #pragma once
 
 #include "editor/Editor.h"
 
 namespace shd {
 
-// Records the handler it guards as one step, unless an outer handler already
+// Records the operation it guards as one step, unless an outer operation already
 // records (the debugger's answers after a click belong to the click) or a
 // stroke is open (its step is recorded when it ends).
 class StepRecorder {

@@ -1,4 +1,5 @@
-// The editing tools and the cell and level commands.
+// The editing tools other than the pencil, the selection and the clipboard,
+// and the commands that change a level's cells as a whole.
 #include <algorithm>
 
 #include "editor/CellTools.h"
@@ -9,7 +10,6 @@ namespace shd {
 
 namespace {
 constexpr const char* kNoCells = "The clipboard holds no cells to paste.";
-constexpr const char* kNoLevel = "The clipboard holds no level to paste.";
 }  // namespace
 
 // ---- tools on the grid ----
@@ -30,7 +30,7 @@ void Editor::PressWithTool(int index, Point at, MouseButton button) {
     stroke_ = Stroke{button, index, at, tool == Tool::Select ? EditorState{} : CaptureState(), tool, index};
     StretchToolStroke();
     if (tool == Tool::Fill && button != MouseButton::Middle) {
-        const int code = button == MouseButton::Left ? ui_.SelectedBlock : 0;
+        const int code = button == MouseButton::Left ? ui_.selectedBlock : 0;
         for (int cell : ConnectedArea(set_.Current().Cells, index)) SetCell(cell, code);
     }
 }
@@ -100,68 +100,6 @@ void Editor::PutCells(const BlockGrid& cells) {
     const BlockGrid& now = set_.Current().Cells;
     for (std::size_t i = 0; i < cells.size() && i < now.size(); ++i)
         if (cells[i] != now[i]) SetCell(static_cast<int>(i), cells[i]);
-}
-
-// ---- level commands ----
-
-// `level` inserted after the current one and shown as the current one, as
-// one step; without one, a copy of the current level with what its ball
-// boxes hold. Its piece counts are recounted from its cells, as showing a
-// level always does.
-void Editor::InsertAfterCurrent(StepKind kind, std::optional<LevelClip> level) {
-    StepRecorder step(*this, kind);
-    if (!RoomForALevel()) return;
-    KeepBallBoxes();
-    if (!level) level = LevelClip{set_.Current(), set_.CurrentRecord()};
-    const auto at = static_cast<std::ptrdiff_t>(set_.CurrentLevel);
-    set_.Layouts.insert(set_.Layouts.begin() + at, std::move(level->layout));
-    set_.Records.insert(set_.Records.begin() + at, level->record);
-    ++set_.CurrentLevel;
-    ListLevels();
-    ShowCurrentLevelInList();
-    ShowLevel();
-    RunDebuggerIfOn();
-}
-
-void Editor::DuplicateLevel() {
-    EndStroke();
-    InsertAfterCurrent(StepKind::DuplicateLevel, std::nullopt);
-}
-
-void Editor::MoveLevel(int from, int to) {
-    EndStroke();
-    const int count = set_.LevelCount();
-    if (from < 1 || from > count || to < 1 || to > count || from == to) return;
-    StepRecorder step(*this, StepKind::MoveLevel);
-    auto move = [&](auto& levels) {
-        const auto begin = levels.begin();
-        if (from < to) std::rotate(begin + (from - 1), begin + from, begin + to);
-        else std::rotate(begin + (to - 1), begin + (from - 1), begin + from);
-    };
-    move(set_.Layouts);
-    move(set_.Records);
-    // The current level is the same level after the move: no switch happens.
-    int& current = set_.CurrentLevel;
-    if (current == from) current = to;
-    else if (from < current && current <= to) --current;
-    else if (to <= current && current < from) ++current;
-    ShowCurrentLevelInList();
-    RunDebuggerIfOn();
-}
-
-void Editor::MoveLevelUp() { MoveLevel(set_.CurrentLevel, set_.CurrentLevel - 1); }
-void Editor::MoveLevelDown() { MoveLevel(set_.CurrentLevel, set_.CurrentLevel + 1); }
-
-std::string Editor::CopyLevel() const { return LevelText(set_.Current(), set_.CurrentRecord()); }
-
-void Editor::PasteLevel(const std::string& text) {
-    EndStroke();
-    std::optional<LevelClip> clip = ParseLevelText(text, set_.Kind);
-    if (!clip) {
-        ui_.status = kNoLevel;
-        return;
-    }
-    InsertAfterCurrent(StepKind::PasteLevel, std::move(clip));
 }
 
 }  // namespace shd

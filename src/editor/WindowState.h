@@ -35,12 +35,12 @@ struct CellRange {
 inline constexpr int kUnknownPicture = -1;
 
 struct WindowState {
-    int SelectedBlock = 0;
+    int selectedBlock = 0;
     int focusedPalette = -1;  // the palette button that should have the focus, -1 none
 
     std::vector<std::string> levelEntries;  // "Level 1" ... "Level N"
     std::string levelText;                  // the level list's text
-    std::string levelCountLabel = "Number of Levels: 255";
+    std::string levelCountText = "Number of Levels: 255";
     std::string ballXText, ballYText;
 
     MenuMarks marks;

@@ -1,5 +1,5 @@
-// Every file kind the editor reads or writes, as one table used by the menu
-// handlers and by the converter alike.
+// Every file kind the editor reads or writes, as one table used by the
+// editor's file commands and by the converter alike.
 #pragma once
 
 #include <array>

@@ -4,8 +4,6 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
-#include "gui/frmDev.h"
-
 namespace shd::gui {
 
 namespace {
@@ -26,6 +24,20 @@ Places FindPlaces(const QString& programFolder) {
     // An installed program keeps its settings with the user even where it
     // could write beside itself, as root can in /usr/bin.
     return {data, SettingsPath(QString()), QDir::homePath()};
+}
+
+QString SettingsPath(const QString& programFolder) {
+    const QFileInfo folder(programFolder);
+    if (folder.isDir() && folder.isWritable()) return QDir(programFolder).filePath(QStringLiteral("info.ini"));
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+    QDir().mkpath(config);
+    return QDir(config).filePath(QStringLiteral("info.ini"));
+}
+
+QString RecentFilesPath() {
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+    QDir().mkpath(config);
+    return QDir(config).filePath(QStringLiteral("recent.txt"));
 }
 
 }  // namespace shd::gui

@@ -16,4 +16,10 @@ struct Places {
 
 Places FindPlaces(const QString& programFolder);
 
+// Where "info.ini" lives: beside the program, or in the user's configuration
+// folder when the program's folder cannot be written.
+QString SettingsPath(const QString& programFolder);
+// The list of recent files, always in the user's configuration folder.
+QString RecentFilesPath();
+
 }  // namespace shd::gui

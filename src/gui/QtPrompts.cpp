@@ -9,7 +9,7 @@
 
 #include "editor/Editor.h"
 #include "gui/Text.h"
-#include "gui/frmCusShd.h"
+#include "gui/CustomPieceDialog.h"
 
 namespace shd::gui {
 
@@ -89,8 +89,8 @@ FileChoice QtPrompts::SaveFileDialog(const std::string& filter, const std::strin
 }
 
 bool QtPrompts::EditPicture(CustomPieceEdit& edit) {
-    frmCusShd dialog(edit, metrics_, parent_);
-    return dialog.LoadUp();
+    CustomPieceDialog dialog(edit, parent_);
+    return dialog.Edit();
 }
 
 // ---- SyncingPrompts ----

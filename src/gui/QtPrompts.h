@@ -5,7 +5,6 @@
 #include <functional>
 
 #include "editor/Prompts.h"
-#include "gui/Twips.h"
 
 class QWidget;
 
@@ -16,7 +15,7 @@ QString QtFilter(const std::string& filter);
 
 class QtPrompts : public Prompts {
 public:
-    QtPrompts(QWidget* parent, ScreenMetrics metrics) : parent_(parent), metrics_(metrics) {}
+    explicit QtPrompts(QWidget* parent) : parent_(parent) {}
 
     void Message(const std::string& text) override;
     bool AskYesNo(const std::string& text) override;
@@ -30,7 +29,6 @@ public:
 
 private:
     QWidget* parent_;
-    ScreenMetrics metrics_;
 };
 
 // Runs a callback before every prompt, then passes it on: the window redraws

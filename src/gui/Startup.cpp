@@ -12,7 +12,7 @@
 #include "gui/HelpAndAbout.h"
 #include "gui/Places.h"
 #include "gui/Text.h"
-#include "gui/frmDev.h"
+#include "gui/MainWindow.h"
 
 namespace shd::gui {
 
@@ -31,7 +31,7 @@ QIcon EditorIcon() {
 }
 }  // namespace
 
-int RunEditor(int& argc, char** argv, const std::function<void(frmDev&)>& started) {
+int RunEditor(int& argc, char** argv, const std::function<void(MainWindow&)>& started) {
     // Answered before there is an application, which would need a display.
     if (int status = 0; AnswerInfoOption(argc, argv, status)) return status;
     QApplication app(argc, argv);
@@ -48,7 +48,7 @@ int RunEditor(int& argc, char** argv, const std::function<void(frmDev&)>& starte
     if (files.size() > 1) return UsageError(QStringLiteral("give at most one FILE"));
 
     const Places places = FindPlaces(QCoreApplication::applicationDirPath());
-    frmDev window;
+    MainWindow window;
     window.showMaximized();
     // Without a window manager "maximized" is only a wish; take the screen outright.
     if (const QScreen* screen = window.screen()) window.setGeometry(screen->availableGeometry());

@@ -7,11 +7,11 @@
 
 namespace shd::gui {
 
-class frmDev;
+class MainWindow;
 
 // `started`, when given, runs once the window is shown and started, before
 // the first event is handled. The start-up benchmark uses it to leave as soon
 // as the window is on screen; the editor itself passes nothing.
-int RunEditor(int& argc, char** argv, const std::function<void(frmDev&)>& started = {});
+int RunEditor(int& argc, char** argv, const std::function<void(MainWindow&)>& started = {});
 
 }  // namespace shd::gui

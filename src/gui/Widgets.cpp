@@ -47,7 +47,7 @@ void PaletteButton::paintEvent(QPaintEvent*) {
 }
 
 void PaletteButton::keyPressEvent(QKeyEvent* event) {
-    emit keyDown(VirtualKey(*event));
+    emit keyDown(KeyOf(*event));
     if (const int code = PaletteCodeOfKey(*event); code >= 0) {
         emit codeTyped(code);
         event->accept();
@@ -164,7 +164,7 @@ void PictureGrid::Hover(int index) {
 
 void PictureGrid::keyPressEvent(QKeyEvent* event) {
     if (const int code = PaletteCodeOfKey(*event); code >= 0) emit codeTyped(code);
-    else emit keyDown(VirtualKey(*event));
+    else emit keyDown(KeyOf(*event));
     event->accept();
 }
 

@@ -9,6 +9,7 @@
 #include <QWidget>
 #include <vector>
 
+#include "editor/Keys.h"
 #include "editor/Layout.h"
 #include "editor/WindowState.h"
 
@@ -28,7 +29,7 @@ public:
 
 signals:
     // Every key that goes down on the button, as a virtual-key code.
-    void keyDown(int virtualKey);
+    void keyDown(shd::Key key);
     // A hexadecimal digit typed on the button: the palette code it names.
     void codeTyped(int code);
 
@@ -79,7 +80,7 @@ signals:
     // A hexadecimal digit typed on the grid: the palette code it names.
     void codeTyped(int code);
     // Any other key that goes down on the grid, as a virtual-key code.
-    void keyDown(int virtualKey);
+    void keyDown(shd::Key key);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -13,7 +13,7 @@ enum class PictureKind { Normal, Change };
 
 class CustomPieceEdit {
 public:
-    // LoadUp: the captions from the stored picture of `kind`.
+    // The captions from the stored picture of `kind`.
     CustomPieceEdit(const LevelSet& set, PictureKind kind);
 
     PictureKind kind() const { return kind_; }
@@ -25,14 +25,10 @@ public:
     void Default();        // the kind's default picture
     void StoreInto(LevelSet& set) const;  // OK
 
-    // Where cell n's label stands, in twips: row k at top 240 + 360k, the
-    // displayed position p (columns 8..1, 10, 9 from the left) at 840 + 240p.
+    // Where cell n is shown: in row (n - 1) / 10, at the displayed position
+    // p, 0..9 from the left, that the columns 8..1, 10, 9 take.
     static int DisplayedPosition(int cell);
     static int CellAt(int row, int position);  // row 0..5, position 0..9
-    static int LabelLeft(int cell) { return 840 + 240 * DisplayedPosition(cell); }
-    static int LabelTop(int cell) { return 240 + 360 * ((cell - 1) / 10); }
-    static constexpr int kLabelWidth = 135;
-    static constexpr int kLabelHeight = 255;
 
 private:
     PictureKind kind_;

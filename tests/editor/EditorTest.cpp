@@ -21,7 +21,7 @@ const char* kSourceOpen = "TI-83 Source Files (*.z80, *.asm)|*.z80;*.asm";
 TEST_F(EditorTest, StartsWithANewShardlesSetAndNewSetsLayOutTheirKind) {
     EXPECT_EQ(JsonOf(set()), JsonOf(NewSet(GameKind::Shardles)));
     EXPECT_EQ(ui().levelEntries, std::vector<std::string>{"Level 1"});
-    EXPECT_EQ(ui().levelText + "|" + ui().levelCountLabel, "Level 1|Number of Levels: 1");
+    EXPECT_EQ(ui().levelText + "|" + ui().levelCountText, "Level 1|Number of Levels: 1");
     EXPECT_EQ(ui().marks, (MenuMarks{.MatchLocks = true, .Debugger = true}));
     EXPECT_TRUE(ui().shardlesControlsVisible && ui().createMenuVisible);
     EXPECT_EQ(ui().focusedPalette, 0);
@@ -30,14 +30,14 @@ TEST_F(EditorTest, StartsWithANewShardlesSetAndNewSetsLayOutTheirKind) {
     editor.Toggle(Toggle::Debugger);  // off, the mark goes
     editor.Toggle(Toggle::WrapAround);
     editor.Toggle(Toggle::Spotted);
-    editor.optBlocks_Click(5);
+    editor.ChooseBlock(5);
     New(GameKind::Tiltbash);
     EXPECT_EQ(JsonOf(set()), JsonOf(NewSet(GameKind::Tiltbash)));
     EXPECT_EQ(ui().shownPictures.size(), 64u);
     EXPECT_EQ(ui().paletteFiles[7] + ui().paletteFiles[8] + ui().paletteFiles[11], "tlblockB.giftlblock7.giftlblockA.gif");
     EXPECT_FALSE(ui().shardlesControlsVisible || ui().createMenuVisible);
-    EXPECT_EQ(ui().SelectedBlock, 0);
-    // Marks that ResetAll removes go; the others stay until a Shardles set checks what is on.
+    EXPECT_EQ(ui().selectedBlock, 0);
+    // Marks that a new set clears go; the others stay until a Shardles set checks what is on.
     EXPECT_FALSE(ui().marks.WrapAround || ui().marks.Debugger);
     EXPECT_TRUE(ui().marks.Spotted);
     New(GameKind::Shardles);
@@ -75,57 +75,57 @@ TEST_F(EditorTest, TheGridZoomsInWholeMultiplesAndNamesItsCells) {
 }
 
 TEST_F(EditorTest, AChangedSetIsNotLostWithoutAQuestionAndYesSavesItFirst) {
-    EXPECT_TRUE(editor.FormQueryUnload());  // nothing changed: nothing asked
+    EXPECT_TRUE(editor.MayClose());  // nothing changed: nothing asked
     Paint(0, 1);
     EXPECT_TRUE(editor.IsModified());
     editor.Undo();
     EXPECT_FALSE(editor.IsModified());  // undone back to where it began
-    EXPECT_TRUE(editor.FormQueryUnload());
+    EXPECT_TRUE(editor.MayClose());
     Paint(0, 1);
     prompts.Expect(K::YesNoCancel, kSaveFirst, Answer::Cancel);
-    EXPECT_FALSE(editor.FormQueryUnload());
+    EXPECT_FALSE(editor.MayClose());
     // Yes saves first; a refused or cancelled save leaves window and set as they were.
     prompts.Expect(K::YesNoCancel, kSaveFirst, Answer::Yes).ExpectMessage("Level #1 has no Last Blocks.");
-    EXPECT_FALSE(editor.FormQueryUnload());
+    EXPECT_FALSE(editor.MayClose());
     Paint(7, 6);
     prompts.Expect(K::YesNoCancel, kSaveFirst, Answer::Yes).ExpectSave(kMyFileSave, "");
-    editor.mnuNewTil_Click();
+    editor.NewSet(GameKind::Tiltbash);
     EXPECT_TRUE(set().IsShardles() && editor.IsModified());
     EXPECT_EQ(prompts.lastExtension(), ".rsx");
     prompts.Expect(K::YesNoCancel, kSaveFirst, Answer::Yes)
         .ExpectSave(kMyFileSave, dir / "quit.rsx")
         .ExpectMessage("Saved Succesfully!");
-    editor.mnuResetAll_Click();  // saved first, then cleared
+    editor.ResetAll();  // saved first, then cleared
     EXPECT_EQ(set().Layout(1).Cells[7], 0);
     EXPECT_EQ(editor.DocumentName(), "quit.rsx");
     EXPECT_TRUE(editor.IsModified());
     prompts.Expect(K::YesNoCancel, kSaveFirst, Answer::No);
-    EXPECT_TRUE(editor.FormQueryUnload());
+    EXPECT_TRUE(editor.MayClose());
     EXPECT_EQ(ReadFile(dir / "quit.rsx").substr(0, 10), "QUARTLEV\r\n");
-    editor.FormUnload();
+    editor.Close();
     EXPECT_EQ(ReadFile(dir / "info.ini"), dir.path.string() + "/\r\n");
 
     WriteFile(dir / "info.ini", "\r\n/not/this/line/\r\n");  // only the first line counts: empty, the program's folder
     Editor other(prompts);
-    other.FormLoad(dir / "info.ini", dir.path);
+    other.Start(dir / "info.ini", dir.path);
     EXPECT_EQ(other.lastFolder(), dir.path.string());
 }
 
 TEST_F(EditorTest, PaintingKeepsThePieceCountsInStepAndTheDebuggerAsksRightAfter) {
-    editor.optBlocks_Click(2);
+    editor.ChooseBlock(2);
     prompts.ExpectYesNo(kSpotted, false);
-    editor.pctBox_MouseUp(10, MouseButton::Left);
+    editor.ClickCell(10, MouseButton::Left);
     EXPECT_EQ(set().Record(1).SpottedCount, 1);
     EXPECT_EQ(ui().shownPictures[10], 2);
     prompts.ExpectYesNo(kSpotted, false);  // the middle button changes nothing, but the debugger runs
-    editor.pctBox_MouseUp(10, MouseButton::Middle);
+    editor.ClickCell(10, MouseButton::Middle);
     DebuggerOff();
     Paint(10, 3);  // a changer over the shardle
     Paint(10, 3);  // the same code again
     EXPECT_EQ(set().Record(1).SpottedCount, 0);
     EXPECT_EQ(set().Record(1).SpottedChangerCount, 1);
-    editor.pctBox_MouseUp(10, MouseButton::Right);
-    editor.pctBox_MouseUp(11, MouseButton::Right);  // erasing an empty cell
+    editor.ClickCell(10, MouseButton::Right);
+    editor.ClickCell(11, MouseButton::Right);  // erasing an empty cell
     EXPECT_EQ(set().Record(1).SpottedChangerCount, 0);
     EXPECT_EQ(set().Layout(1).Cells[10] + ui().shownPictures[10] + ui().shownPictures[11], 0);
     EXPECT_EQ(set().Layout(1).BlockCount, 0);  // painting never counts blocks
@@ -135,21 +135,25 @@ TEST_F(EditorTest, PaintingKeepsThePieceCountsInStepAndTheDebuggerAsksRightAfter
 }
 
 TEST_F(EditorTest, PaletteKeysStepAndWrapAsTheyAlwaysDid) {
-    const int cases[][3] = {{15, keys::Right, 1}, {0, keys::Left, 14}, {0, keys::Right, 1}, {15, keys::Left, 14},
-                            {14, keys::Right, 15}, {1, keys::Left, 0}, {6, 'A', 6}, {6, 40, 6}};
+    const struct {
+        int from;
+        Key key;
+        int to;
+    } cases[] = {{15, Key::Right, 1}, {0, Key::Left, 14}, {0, Key::Right, 1}, {15, Key::Left, 14},
+                 {14, Key::Right, 15}, {1, Key::Left, 0}, {6, Key::Other, 6}, {6, Key::Home, 6}};
     for (const auto& [from, key, to] : cases) {
-        editor.optBlocks_Click(from);
-        editor.optBlocks_KeyDown(key);
-        EXPECT_EQ(ui().SelectedBlock, to) << from << " " << key;
+        editor.ChooseBlock(from);
+        editor.StepBlock(key);
+        EXPECT_EQ(ui().selectedBlock, to) << from << " " << static_cast<int>(key);
         EXPECT_EQ(ui().focusedPalette, to);
     }
     New(GameKind::Tiltbash);
-    EXPECT_FALSE(editor.Form_MouseDown(MouseButton::Left));
+    EXPECT_FALSE(editor.PressBackground(MouseButton::Left));
     EXPECT_FALSE(ui().unusedMenuVisible || ui().optionsMenuVisible);
-    EXPECT_TRUE(editor.Form_MouseDown(MouseButton::Right));
+    EXPECT_TRUE(editor.PressBackground(MouseButton::Right));
     New(GameKind::Shardles);
     EXPECT_FALSE(ui().unusedMenuVisible);  // only a press on the background changes them
-    editor.Form_MouseDown(MouseButton::Middle);
+    editor.PressBackground(MouseButton::Middle);
     EXPECT_TRUE(ui().unusedMenuVisible && ui().optionsMenuVisible);
 }
 
@@ -159,7 +163,7 @@ TEST_F(EditorTest, OptionsFollowTheirFlagUnusedKindsTheirMarkAcrossLevels) {
     editor.Toggle(Toggle::ArrowBreakable);
     EXPECT_FALSE(set().ArrowBlocksBreakable || ui().marks.ArrowBreakable);
     DebuggerOff();
-    editor.cmdAddLev_Click();
+    editor.AddLevel();
     editor.Toggle(Toggle::Spotted);
     SwitchTo(2);
     EXPECT_TRUE(ui().marks.Spotted);  // marks are not refreshed on a level change
@@ -185,7 +189,7 @@ TEST_F(EditorTest, CreateSwitchesCustomShardlesOnAndStoresOnlyOnOk) {
         edit.Default();
         return false;
     });
-    editor.mnuCreateNormShd_Click();
+    editor.EditPiece(PictureKind::Normal);
     EXPECT_TRUE(set().UseCustomShardles && ui().marks.CustomShardles);
     EXPECT_EQ(set().CustomShardlePicture, PiecePicture{});
     prompts.ExpectPicture([](CustomPieceEdit& edit) {
@@ -193,24 +197,24 @@ TEST_F(EditorTest, CreateSwitchesCustomShardlesOnAndStoresOnlyOnOk) {
         edit.Click(11);
         return true;
     });
-    editor.mnuCreateChangeShd_Click();
+    editor.EditPiece(PictureKind::Change);
     EXPECT_EQ(set().CustomChangerPicture.at(11), 1);
 }
 
 TEST_F(EditorTest, TheDebuggerAsksInOrderAndEachYesRunsTheToggleWithItsMarkRule) {
-    editor.optBlocks_Click(13);
+    editor.ChooseBlock(13);
     prompts.ExpectYesNo("You have a Custom Shardle without a Changer.  Set Custom as Unused?", false)
         .ExpectYesNo("You used a Custom Block or Custom Changer without using Custom Shardles.  Use Custom Shardles?", true);
-    editor.pctBox_MouseUp(0, MouseButton::Left);
+    editor.ClickCell(0, MouseButton::Left);
     EXPECT_TRUE(set().UseCustomShardles && ui().marks.CustomShardles);
     // An answer counts for the questions after it.
     DebuggerOff();
     Discard();
-    editor.mnuResetAll_Click();
+    editor.ResetAll();
     editor.Toggle(Toggle::ZigZag);
     Paint(0, 9);
     Paint(1, 4);
-    editor.cmdAddLev_Click();
+    editor.AddLevel();
     editor.Toggle(Toggle::Debugger);
     prompts.ExpectYesNo("You have a Center-Line Shardle without a Changer.  Set Center-Line as Unused?", true)
         .ExpectYesNo("You have a Zig-Zag Changer, but Zig-Zag's are Unused!  Make Zig-Zag a Used Shardle?", true);
@@ -220,28 +224,28 @@ TEST_F(EditorTest, TheDebuggerAsksInOrderAndEachYesRunsTheToggleWithItsMarkRule)
     // Yes follows the mark, which another level may have left checked.
     editor.Toggle(Toggle::Spotted);
     prompts.ExpectMessage("Level #1 has no Last Blocks.");
-    editor.cmbLevels_Click(1);
-    editor.optBlocks_Click(2);
+    editor.GoToLevel(2);
+    editor.ChooseBlock(2);
     prompts.ExpectYesNo(kSpotted, true);
-    editor.pctBox_MouseUp(0, MouseButton::Left);
+    editor.ClickCell(0, MouseButton::Left);
     EXPECT_FALSE(ui().marks.Spotted || set().Record(2).SpottedUnused);
 }
 
 TEST_F(EditorTest, LevelsAreAddedUpTo255AndRemovedWithTheirRecords) {
-    for (int i = 0; i < 254; ++i) editor.cmdAddLev_Click();
-    EXPECT_EQ(ui().levelEntries.back() + "|" + ui().levelCountLabel, "Level 255|Number of Levels: 255");
+    for (int i = 0; i < 254; ++i) editor.AddLevel();
+    EXPECT_EQ(ui().levelEntries.back() + "|" + ui().levelCountText, "Level 255|Number of Levels: 255");
     EXPECT_EQ(set().CurrentLevel, 1);
     prompts.ExpectMessage("You can't have more than 255 levels!");
-    editor.cmdAddLev_Click();
+    editor.AddLevel();
     EXPECT_EQ(set().LevelCount(), 255);
 
     New(GameKind::Shardles);
     DebuggerOff();
-    for (int i = 0; i < 4; ++i) editor.cmdAddLev_Click();
+    for (int i = 0; i < 4; ++i) editor.AddLevel();
     for (int level = 5; level >= 1; --level) {  // level n: code n in cell 0, ball n, special count 10n
         SwitchTo(level);
         Paint(0, level);
-        editor.txtBallx_KeyUp('1', std::to_string(level));
+        editor.SetBallStart(Axis::Across, std::to_string(level), Key::Other);
         Special(std::to_string(10 * level));
     }
     SwitchTo(2);
@@ -251,23 +255,23 @@ TEST_F(EditorTest, LevelsAreAddedUpTo255AndRemovedWithTheirRecords) {
         return cells;
     };
     prompts.Expect(K::YesNoCancel, kTrash, Answer::Cancel);
-    editor.cmdLoseLev_Click();
+    editor.RemoveLevel();
     prompts.Expect(K::YesNoCancel, kTrash, Answer::Yes);
-    editor.cmdLoseLev_Click();
+    editor.RemoveLevel();
     EXPECT_EQ(firstCells(), "1345");
     EXPECT_EQ(set().Record(2).SpecialUnusedCount, 30);  // the record moves with its level
     EXPECT_EQ(ui().shownPictures[0] * 10 + std::stoi(ui().ballXText), 33);
-    EXPECT_EQ(ui().levelText + "|" + ui().levelCountLabel, "Level 2|Number of Levels: 4");
+    EXPECT_EQ(ui().levelText + "|" + ui().levelCountText, "Level 2|Number of Levels: 4");
     prompts.Expect(K::YesNoCancel, kTrash, Answer::No);
-    editor.cmdLoseLev_Click();
+    editor.RemoveLevel();
     EXPECT_EQ(firstCells(), "134");
     EXPECT_EQ(set().CurrentLevel, 2);
     SwitchTo(3);
-    editor.cmdLoseLev_Click();  // the last level goes without a question
+    editor.RemoveLevel();  // the last level goes without a question
     EXPECT_EQ(ui().levelText, "Level 2");
-    editor.cmdLoseLev_Click();
+    editor.RemoveLevel();
     prompts.ExpectMessage("There has to be at least ONE Level!!!!!");
-    editor.cmdLoseLev_Click();
+    editor.RemoveLevel();
     EXPECT_EQ(ui().levelEntries.size(), 1u);
 }
 
@@ -283,37 +287,37 @@ TEST_F(EditorTest, SwitchingCountsTheLevelLeftStoresItsBallAndShowsTheNext) {
     DebuggerOff();
     Paint(0, 1);
     Paint(1, 1);
-    editor.txtBall_Changed(true, "12");  // pasted: no key went up
-    editor.txtBally_KeyUp(keys::Backspace, "7.5");  // left unchecked by an editing key, stored on leaving
+    editor.TypeBallStart(Axis::Across, "12");  // pasted: no key went up
+    editor.SetBallStart(Axis::Down, "7.5", Key::Backspace);  // left unchecked by an editing key, stored on leaving
     SwitchTo(2);
     EXPECT_EQ(set().Layout(1).BlockCount, 3);
     EXPECT_EQ(set().Layout(1).BallX * 100 + set().Layout(1).BallY, 1208);
     EXPECT_EQ(ui().levelText + "|" + ui().ballXText, "Level 2|0");
     SwitchTo(1);
     EXPECT_EQ(ui().ballXText + "|" + ui().ballYText, "12|8");
-    editor.txtBallx_KeyUp('9', "9");
+    editor.SetBallStart(Axis::Across, "9", Key::Other);
     SwitchTo(2);
-    editor.txtBallx_KeyUp('9', "9");  // typing again, but a level switch came between: two steps
+    editor.SetBallStart(Axis::Across, "9", Key::Other);  // typing again, but a level switch came between: two steps
     editor.Undo();
     EXPECT_EQ(set().Layout(1).BallX * 10 + set().Layout(2).BallX, 90);
 }
 
 TEST_F(EditorTest, TitleAndNumberBoxesAreCheckedOnKeysOtherThanTheSixEditingKeysWhateverTheLocale) {
-    editor.txtTitle_Changed(std::string(21, 'x'));  // one past the most
-    editor.txtTitle_KeyUp(keys::Delete);
+    editor.SetTitle(std::string(21, 'x'));  // one past the most
+    editor.CheckTitle(Key::Delete);
     EXPECT_EQ(set().Title.size(), 21u);
-    editor.txtTitle_KeyUp('V');
+    editor.CheckTitle(Key::Other);
     EXPECT_EQ(set().Title, std::string(20, 'x'));
-    editor.txtBally_KeyUp('1', "63");
+    editor.SetBallStart(Axis::Down, "63", Key::Other);
     EXPECT_EQ(ui().ballYText, "0");
-    editor.txtBally_KeyUp('1', "62");
-    editor.txtBally_KeyUp(keys::Backspace, "");
+    editor.SetBallStart(Axis::Down, "62", Key::Other);
+    editor.SetBallStart(Axis::Down, "", Key::Backspace);
     EXPECT_EQ(ui().ballYText, "");
     EXPECT_EQ(set().Layout(1).BallY, 62);
-    editor.txtBally_KeyUp(38, "");  // Up arrow is checked too
+    editor.SetBallStart(Axis::Down, "", Key::Other);  // any key but the editing ones checks, Up arrow too
     EXPECT_EQ(ui().ballYText + std::to_string(set().Layout(1).BallY), "00");
-    editor.cmbBonus_Changed("90");
-    editor.cmbExLife_Changed("7");
+    editor.SetBonusClock("90");
+    editor.SetExtraLifePoints("7");
     EXPECT_EQ(set().BonusClock + set().ExtraLifePoints, "907");
 
     // Numbers follow the program's own rule, in the C locale and in one whose decimal point is a comma.
@@ -323,7 +327,7 @@ TEST_F(EditorTest, TitleAndNumberBoxesAreCheckedOnKeysOtherThanTheSixEditingKeys
     for (const bool comma : {false, true}) {
         ASSERT_TRUE(!comma || UseADecimalCommaLocale());
         for (const auto& [text, shown, stored] : texts) {
-            editor.txtBallx_KeyUp('1', text);
+            editor.SetBallStart(Axis::Across, text, Key::Other);
             EXPECT_EQ(ui().ballXText, shown) << text << comma;
             EXPECT_EQ(set().Layout(1).BallX, stored) << text << comma;
         }
@@ -342,12 +346,12 @@ TEST_F(EditorTest, ResetAllClearsOnlyTheCurrentLevelsGridAndShardles) {
     ThreeLevels();
     SwitchTo(2);
     Special("4");
-    editor.txtBallx_KeyUp('5', "12");
+    editor.SetBallStart(Axis::Across, "12", Key::Other);
     Paint(4, 9);
     editor.Toggle(Toggle::Spotted);
     editor.Toggle(Toggle::ZigZag);
     Discard();
-    editor.mnuResetAll_Click();
+    editor.ResetAll();
     const LevelRecord& record = set().Record(2);
     EXPECT_EQ(set().Layout(2).Cells, BlockGrid(80, 0));
     EXPECT_EQ(record, (LevelRecord{.SpecialUnusedCount = 4}));
@@ -359,7 +363,7 @@ TEST_F(EditorTest, ResetAllClearsOnlyTheCurrentLevelsGridAndShardles) {
 TEST_F(EditorTest, ADragPaintsEveryCellItCrossesAndAsksOnceAtTheRelease) {
     // Cells 40 units wide in a row, found by x alone.
     const CellLocator row = [](Point p) { return p.x >= 0 && p.x < 320 ? p.x / 40 : -1; };
-    editor.optBlocks_Click(2);
+    editor.ChooseBlock(2);
     editor.PressCell(0, {5, 5}, MouseButton::Left, 1);
     editor.PressCell(7, {300, 5}, MouseButton::Right, 3);  // another button during a stroke does nothing
     editor.DragTo({200, 5}, 1, row);                       // one jump crosses cells 1 to 5
@@ -391,21 +395,21 @@ TEST_F(EditorTest, EveryChangeIsOneStepAndTypingInOneFieldMerges) {
     };
     step([&] { DebuggerOff(); });
     step([&] { Paint(12, 8); });
-    step([&] { editor.cmdAddLev_Click(); });
+    step([&] { editor.AddLevel(); });
     step([&] { editor.Toggle(Toggle::ZigZag); });
     step([&] { Special("9"); });
     step([&] {
-        editor.txtBallx_KeyUp('4', "4");
-        editor.txtBallx_KeyUp('0', "40");
+        editor.SetBallStart(Axis::Across, "4", Key::Other);
+        editor.SetBallStart(Axis::Across, "40", Key::Other);
     });
-    step([&] { editor.txtTitle_Changed("Caves"); });
-    step([&] { editor.cmbBonus_Changed("90"); });
+    step([&] { editor.SetTitle("Caves"); });
+    step([&] { editor.SetBonusClock("90"); });
     step([&] {
         prompts.ExpectPicture([](CustomPieceEdit& edit) { return edit.Click(1), true; });
-        editor.mnuCreateNormShd_Click();
+        editor.EditPiece(PictureKind::Normal);
     });
-    step([&] { Discard(), editor.mnuResetAll_Click(); });
-    step([&] { prompts.Expect(K::YesNoCancel, kTrash, Answer::Yes), editor.cmdLoseLev_Click(); });
+    step([&] { Discard(), editor.ResetAll(); });
+    step([&] { prompts.Expect(K::YesNoCancel, kTrash, Answer::Yes), editor.RemoveLevel(); });
     for (std::size_t i = states.size() - 1; i > 0; --i) {
         ASSERT_TRUE(editor.CanUndo()) << i;
         editor.Undo();
@@ -416,9 +420,9 @@ TEST_F(EditorTest, EveryChangeIsOneStepAndTypingInOneFieldMerges) {
         editor.Redo();
         EXPECT_EQ(JsonOf(set()), states[i]) << i;
     }
-    editor.txtTitle_Changed("C");  // a new step drops the redo branch
+    editor.SetTitle("C");  // a new step drops the redo branch
     EXPECT_FALSE(editor.CanRedo());
-    editor.txtTitle_Changed("Please Add a Title");  // typing back to where it began leaves no step
+    editor.SetTitle("Please Add a Title");  // typing back to where it began leaves no step
     editor.Undo();
     EXPECT_EQ(JsonOf(set()), states[2]);
     New(GameKind::Tiltbash);  // a new set starts an empty history
@@ -429,9 +433,9 @@ TEST_F(EditorTest, SavingCountsEveryLevelAndRefusesALevelWithoutLastBlocksFirst)
     ThreeLevels();
     SwitchTo(2);
     Discard();
-    editor.mnuResetAll_Click();
+    editor.ResetAll();
     prompts.ExpectMessage("Level #2 has no Last Blocks.");
-    editor.mnuSaveCode_Click();
+    editor.SaveProgram();
     prompts.ExpectMessage("Level #2 has no Last Blocks.");
     editor.SaveLevelFile(FormatId::List);
     EXPECT_EQ(set().CurrentLevel * 10 + ui().shownPictures[0], 20);  // the level to fix is shown
@@ -473,7 +477,7 @@ TEST_F(EditorTest, OpeningRefusesForeignFilesKeepingTheSetAndSaysWhereAReadStopp
     WriteFile(dir / "empty.z80", "; only a comment\r\n");
     Discard();
     prompts.ExpectOpen(kSourceOpen, dir / "empty.z80");  // nothing replaced yet, and no message
-    editor.mnuOpenSource_Click();
+    editor.OpenSource();
     EXPECT_EQ(ui().status, "Stopped reading empty.z80 at line 2: the file ends before the origin line");
     EXPECT_EQ(JsonOf(set()), before);
     EXPECT_EQ(editor.lastFolder(), dir.path.string());
@@ -489,43 +493,43 @@ TEST_F(EditorTest, OpeningRefusesForeignFilesKeepingTheSetAndSaysWhereAReadStopp
     EXPECT_EQ(ui().status, "Stopped reading cut.rsx at line 15: the file ends inside level 2");
     // A set whose debugger is off: the option's mark, on before, stays on.
     WriteFile(dir / "off.rsx", ReadFile(DataDir() / "myfile/shardles.out"));
-    editor.mnuNewShd_Click();
-    editor.optBlocks_Click(5);  // an opened set starts with the palette's first block, as a new one does
+    editor.NewSet(GameKind::Shardles);
+    editor.ChooseBlock(5);  // an opened set starts with the palette's first block, as a new one does
     prompts.ExpectOpen(kMyFileOpen, dir / "off.rsx").ExpectMessage("Opened Succesfully");
     editor.OpenLevelFile(FormatId::MyFile);
     EXPECT_TRUE(ui().marks.Debugger && !set().UseShardlesDebugger);
-    EXPECT_EQ(ui().SelectedBlock, 0);
+    EXPECT_EQ(ui().selectedBlock, 0);
 }
 
 TEST_F(EditorTest, SaveWritesTheSetsFileAgainExportAgainRepeatsAndRecentFilesAreKept) {
     ThreeLevels();
     EXPECT_EQ(editor.DocumentName(), "Untitled");
     prompts.ExpectSave(kMyFileSave, dir / "doc.rsx").ExpectMessage("Saved Succesfully!");
-    editor.mnuSaveDocument_Click();  // no file yet: as Save As
+    editor.Save();  // no file yet: as Save As
     EXPECT_EQ(editor.DocumentName() + "|" + std::to_string(editor.IsModified()), "doc.rsx|0");
     Paint(5, 1);
-    editor.mnuSaveDocument_Click();  // again, without a dialog
+    editor.Save();  // again, without a dialog
     EXPECT_EQ(ui().status, "Saved doc.rsx");
     EXPECT_FALSE(editor.IsModified());
     prompts.ExpectSave(kMyFileSave, dir / "copy.rsx").ExpectMessage("Saved Succesfully!");
-    editor.mnuSaveAs_Click();
+    editor.SaveAs();
     EXPECT_EQ(editor.DocumentName(), "copy.rsx");
     // Exports leave the set's own file alone; Export Again repeats the last one.
     EXPECT_FALSE(editor.CanExportAgain());
     prompts.ExpectSave(kProgramSave, dir / "LEVELS.83p").ExpectMessage("Succesfully compiled!");
-    editor.mnuSaveCode_Click();
+    editor.SaveProgram();
     EXPECT_EQ(prompts.lastExtension() + editor.DocumentName(), ".83pcopy.rsx");
     Paint(6, 1);
     std::filesystem::remove(dir.path / "LEVELS.83p");
-    editor.mnuExportAgain_Click();
+    editor.ExportAgain();
     EXPECT_EQ(ui().status, "Exported LEVELS.83p");
     EXPECT_TRUE(std::filesystem::exists(dir.path / "LEVELS.83p") && editor.IsModified());
     // The last files opened or saved, newest first, kept for the next start but for those gone.
     EXPECT_EQ(editor.recentFiles(), (std::vector<std::string>{dir / "LEVELS.83p", dir / "copy.rsx", dir / "doc.rsx"}));
-    editor.FormUnload();
+    editor.Close();
     std::filesystem::remove(dir.path / "doc.rsx");
     Editor next(prompts);
-    next.FormLoad(dir / "info.ini", dir.path, dir / "recent.txt");
+    next.Start(dir / "info.ini", dir.path, dir / "recent.txt");
     EXPECT_EQ(next.recentFiles(), (std::vector<std::string>{dir / "LEVELS.83p", dir / "copy.rsx"}));
     // A file from outside opens as its extension says, JSON too.
     WriteFile(dir / "set.json", ReadFile(DataDir() / "json/full.set.json"));
@@ -544,14 +548,14 @@ TEST_F(EditorTest, ProgramFilesTakeTheirNameFromTheFileAndOpenBack) {
     ThreeLevels();
     const char* nameRule = "This name has to be 8 characters long because this is the name that is shown in the Calculator!";
     prompts.ExpectSave(kProgramSave, dir / "thirteenchars").ExpectMessage(nameRule);
-    editor.mnuSaveCode_Click();
+    editor.SaveProgram();
     // The name as the file holds it, padding shown as dots.
     const std::pair<const char*, std::string> saves[] = {
         {"levels12.83p", "levels12.83p|LEVELS12"}, {"abcdef", "abcdef.83p|AB......"},
         {"caps.83P", "caps.83p|CAPS...."}, {"set.txt", "set.83p|SET....."}, {"abcd", "abcd.83p|........"}};
     for (const auto& [name, saved] : saves) {
         prompts.ExpectSave(kProgramSave, dir / name).ExpectMessage("Succesfully compiled!");
-        editor.mnuSaveCode_Click();
+        editor.SaveProgram();
         const std::string file = saved.substr(0, saved.find('|'));
         std::string programName = ReadFile(dir.path / file).substr(60, 8);
         std::replace(programName.begin(), programName.end(), '\0', '.');
@@ -560,23 +564,23 @@ TEST_F(EditorTest, ProgramFilesTakeTheirNameFromTheFileAndOpenBack) {
     // A dotted folder does not swallow the extension of a plain name.
     std::filesystem::create_directory(dir.path / "v1.0");
     prompts.ExpectSave(kProgramSave, dir / "v1.0/plainname").ExpectMessage("Succesfully compiled!");
-    editor.mnuSaveCode_Click();
+    editor.SaveProgram();
     EXPECT_TRUE(std::filesystem::exists(dir.path / "v1.0/plainname.83p"));
     EXPECT_EQ(editor.lastFolder(), dir / "v1.0/");
     prompts.ExpectSave(kProgramSave, dir / "abc");
-    editor.mnuSaveCode_Click();
+    editor.SaveProgram();
     EXPECT_EQ(ui().status, "Could not compile: the file name abc is too short");
 
     const LevelSet saved = set();
-    editor.txtTitle_Changed("Changed");
+    editor.SetTitle("Changed");
     Discard();
     prompts.ExpectOpen(kProgramOpen, "");
-    editor.mnuOpenCode_Click();  // cancelled: the set, its levels and its history stay
+    editor.OpenProgram();  // cancelled: the set, its levels and its history stay
     EXPECT_EQ(set().Title + std::to_string(set().LevelCount()), "Changed3");
     EXPECT_TRUE(editor.CanUndo());
     Discard();
     prompts.ExpectOpen(kProgramOpen, dir / "levels12.83p").ExpectMessage("Opened Succesfully");
-    editor.mnuOpenCode_Click();
+    editor.OpenProgram();
     EXPECT_EQ(set().Layouts, saved.Layouts);
     EXPECT_EQ(set().Title, "Three");
 }
@@ -588,21 +592,21 @@ TEST_F(EditorTest, SourceExportsShowTheirMessageOnTheLastLevelAndRefuseWhatTheGa
     prompts.ExpectSave(kSourceSave, dir / "three.z80")
         .ExpectMessage("Saved Succesfully")
         .ExpectYesNo("You have a Center-Line Shardle without a Changer.  Set Center-Line as Unused?", false);
-    editor.mnuSaveSource_Click();
+    editor.SaveSource();
     EXPECT_EQ(set().CurrentLevel, 1);
     New(GameKind::Tiltbash);
     prompts.ExpectOpen(kSourceOpen, dir / "three.z80");  // reading source confirms nothing
-    editor.mnuOpenSource_Click();
+    editor.OpenSource();
     EXPECT_EQ(set().Title + std::to_string(set().LevelCount()), "Three3");
     New(GameKind::Shardles);
-    editor.cmbBonus_Changed("45");
+    editor.SetBonusClock("45");
     prompts.ExpectSave(kSourceSave, dir / "bad.z80")
         .ExpectMessage("The bonus clock \"45\" cannot be written for the calculator: it must be 30, 60, 90 or 120.");
-    editor.mnuSaveSource_Click();
+    editor.SaveSource();
     EXPECT_FALSE(std::filesystem::exists(dir.path / "bad.z80"));
     prompts.ExpectSave(kSourceSave, dir / "missing/bad.z80");
-    editor.cmbBonus_Changed("30");
-    editor.mnuSaveSource_Click();
+    editor.SetBonusClock("30");
+    editor.SaveSource();
     EXPECT_EQ(ui().status.substr(0, 24), "Could not save bad.z80: ");
     EXPECT_NE(ui().status.find("No such file or directory"), std::string::npos) << ui().status;
 }

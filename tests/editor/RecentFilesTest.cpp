@@ -35,7 +35,7 @@ TEST_F(EditorTest, HostileSettingsAndRecentEntriesNeitherStopNorHoldUpTheStart) 
     for (const std::string& entry : entries) list += entry + "\n";
     WriteFile(dir / "recent.txt", list);
     Editor next(prompts);
-    next.FormLoad(dir / "fifo.ini", dir.path, dir / "recent.txt");
+    next.Start(dir / "fifo.ini", dir.path, dir / "recent.txt");
     EXPECT_EQ(next.lastFolder(), dir.path.string());
     EXPECT_EQ(next.recentFiles(), std::vector<std::string>{dir / "good.rsx"});
     // A FIFO chosen anyway is refused at once, and the set stays as it was.
@@ -46,9 +46,9 @@ TEST_F(EditorTest, HostileSettingsAndRecentEntriesNeitherStopNorHoldUpTheStart) 
     WriteFile(dir / "two\nlines.rsx", ReadFile(DataDir() / "myfile/shardles.out"));
     prompts.ExpectMessage("Opened Succesfully");
     next.OpenPath(dir / "two\nlines.rsx");
-    next.FormUnload();
+    next.Close();
     Editor after(prompts);
-    after.FormLoad(dir / "info.ini", dir.path, dir / "recent.txt");
+    after.Start(dir / "info.ini", dir.path, dir / "recent.txt");
     EXPECT_EQ(after.recentFiles(), (std::vector<std::string>{dir / "two\nlines.rsx", dir / "good.rsx"}));
 }
 

@@ -59,7 +59,7 @@ TEST_F(ToolsTest, ARectangleSpansFromItsAnchorInAnyDirectionAndOffTheGridKeepsIt
     DebuggerOff();
     const LevelSet empty = set();
     editor.ChooseTool(Tool::Rectangle);
-    editor.optBlocks_Click(2);
+    editor.ChooseBlock(2);
     const std::pair<std::vector<Point>, CellRange> cases[] = {  // pressed on column 3, row 4
         {{{65, 75}}, {3, 4, 4, 4}}, {{{5, 15}}, {0, 1, 4, 4}}, {{{75, 5}, {70, 3}}, {3, 0, 5, 5}},
         {{}, {3, 4, 1, 1}},         {{{35, -50}}, {3, 0, 1, 5}},
@@ -100,8 +100,8 @@ TEST_F(ToolsTest, FillTakesTheFourConnectedAreaOfThePressedCodeAndSameCodeIsNoSt
         {20, MouseButton::Left, 2, "53322222/10012222/21122222"},   // an area's own code: no change, no step
     };
     for (const auto& [cell, button, code, rows] : fills) {
-        editor.optBlocks_Click(code);
-        editor.pctBox_MouseUp(cell, button);
+        editor.ChooseBlock(code);
+        editor.ClickCell(cell, button);
         EXPECT_EQ(Rows(0, 2), rows) << cell;
         ExpectInStep();
     }
@@ -111,16 +111,16 @@ TEST_F(ToolsTest, FillTakesTheFourConnectedAreaOfThePressedCodeAndSameCodeIsNoSt
 
 TEST_F(ToolsTest, EachCommandIsOneStepAndTheDebuggerAsksOnceAfterIt) {
     DebuggerOff();
-    editor.cmdAddLev_Click();
+    editor.AddLevel();
     Draw({"21"});  // a spotted shardle without a changer: the debugger asks after every command
     editor.ChooseTool(Tool::Select);
-    editor.pctBox_MouseUp(1, MouseButton::Left);
+    editor.ClickCell(1, MouseButton::Left);
     editor.Toggle(Toggle::Debugger);
-    editor.optBlocks_Click(1);
+    editor.ChooseBlock(1);
     const std::string level = editor.CopyLevel();
     const std::pair<const char*, std::function<void()>> commands[] = {
-        {"rectangle", [&] { editor.ChooseTool(Tool::Rectangle), editor.pctBox_MouseUp(12, MouseButton::Left); }},
-        {"fill", [&] { editor.ChooseTool(Tool::Fill), editor.pctBox_MouseUp(12, MouseButton::Left); }},
+        {"rectangle", [&] { editor.ChooseTool(Tool::Rectangle), editor.ClickCell(12, MouseButton::Left); }},
+        {"fill", [&] { editor.ChooseTool(Tool::Fill), editor.ClickCell(12, MouseButton::Left); }},
         {"cut", [&] { EXPECT_EQ(editor.CutSelection(), "shardles-editor cells 1 1\n1\n"); }},
         {"paste", [&] { editor.PasteCells("shardles-editor cells 1 1\n7\n"); }},
         {"flip across", [&] { editor.FlipLeftRight(); }}, {"flip down", [&] { editor.FlipTopBottom(); }},
@@ -152,7 +152,7 @@ TEST_F(ToolsTest, SelectedCellsCopyAndPasteAcrossLevelsAndGamesAndPastesAreCutAt
     editor.ChooseTool(Tool::Select);
     const LevelSet drawn = set();
     Drag(9, {{5, 5}});
-    editor.pctBox_MouseUp(20, MouseButton::Right);  // other buttons keep the selection
+    editor.ClickCell(20, MouseButton::Right);  // other buttons keep the selection
     EXPECT_EQ(ui().selection, (CellRange{0, 0, 2, 2}));
     EXPECT_TRUE(set() == drawn);
     const std::string cells = editor.CopySelection();
@@ -163,7 +163,7 @@ TEST_F(ToolsTest, SelectedCellsCopyAndPasteAcrossLevelsAndGamesAndPastesAreCutAt
     editor.Undo();  // selecting was no step: this undoes the last cell drawn
     EXPECT_EQ(Rows(0, 1), "12000000/30000000");
 
-    editor.cmdAddLev_Click();
+    editor.AddLevel();
     SwitchTo(2);
     // At the selection's corner, the part past the grid's edges dropped; what is pasted becomes the selection.
     const std::tuple<int, std::string, CellRange, bool> pastes[] = {
@@ -177,7 +177,7 @@ TEST_F(ToolsTest, SelectedCellsCopyAndPasteAcrossLevelsAndGamesAndPastesAreCutAt
             EXPECT_EQ(ui().selection, CellRange{});  // a new grid, no selection
         }
         editor.ClearSelection();
-        if (corner >= 0) editor.pctBox_MouseUp(corner, MouseButton::Left);
+        if (corner >= 0) editor.ClickCell(corner, MouseButton::Left);
         editor.PasteCells(cells);
         const int last = RowCount(set().Kind) - 1;
         EXPECT_EQ(Rows(corner < 0 ? 0 : last - 1, corner < 0 ? 1 : last), rows) << corner;
@@ -264,13 +264,13 @@ TEST_F(ToolsTest, LevelCommandsKeepEachRecordWithItsLevelAndShowTheOneTheyMade) 
     ThreeLevels();
     for (int level = 1; level <= 3; ++level) SwitchTo(level), Special(std::to_string(10 * level));
     SwitchTo(2);
-    editor.txtBally_KeyUp(keys::Backspace, "7");  // left unchecked: the level left keeps it, as on a switch
+    editor.SetBallStart(Axis::Down, "7", Key::Backspace);  // left unchecked: the level left keeps it, as on a switch
     editor.DuplicateLevel();
     Special("50");
     EXPECT_EQ(Order(), "11 22 25 33 @3");
     EXPECT_EQ(set().Layout(2).BallY * 10 + set().Layout(3).BallY, 77);
     EXPECT_EQ(set().Record(3).SpottedCount, 1);
-    EXPECT_EQ(ui().levelText + "|" + ui().levelCountLabel + "|" + ui().levelEntries.back(),
+    EXPECT_EQ(ui().levelText + "|" + ui().levelCountText + "|" + ui().levelEntries.back(),
               "Level 3|Number of Levels: 4|Level 4");
     // The current level stays current; another current level follows its level.
     const std::tuple<int, int, std::string> moves[] = {
@@ -310,7 +310,7 @@ TEST_F(ToolsTest, LevelCommandsKeepEachRecordWithItsLevelAndShowTheOneTheyMade) 
     DebuggerOff();
     editor.PasteLevel(tiltbash);
     EXPECT_EQ(Rows(7, 9), "00000001/00000000/00000000");
-    for (int i = 2; i < 255; ++i) editor.cmdAddLev_Click();
+    for (int i = 2; i < 255; ++i) editor.AddLevel();
     const LevelSet full = set();
     prompts.ExpectMessage("You can't have more than 255 levels!").ExpectMessage("You can't have more than 255 levels!");
     editor.DuplicateLevel();

@@ -9,6 +9,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -23,8 +24,8 @@
 #include "gui/QtPrompts.h"
 #include "gui/Text.h"
 #include "gui/Widgets.h"
-#include "gui/frmCusShd.h"
-#include "gui/frmDev.h"
+#include "gui/CustomPieceDialog.h"
+#include "gui/MainWindow.h"
 #include "support/Support.h"
 
 // Texts in a failure message as text.
@@ -32,8 +33,6 @@ inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << tex
 
 namespace shd::gui {
 namespace {
-
-const ScreenMetrics kScreen{96, 96, QSize(1024, 768)};  // 15 twips to a pixel
 
 // Runs `answer` on the modal dialog as soon as it is up.
 template <typename Dialog>
@@ -48,7 +47,7 @@ void WhenShown(std::function<void(Dialog*)> answer) {
 
 TEST(Dialogs, BoxesHaveTheProgramsTitleTheTextAsItIsAndTheirButtons) {
     QWidget parent;
-    QtPrompts prompts(&parent, kScreen);
+    QtPrompts prompts(&parent);
     using B = QMessageBox;
     const std::string text = "Two  blanks & an ampersand";
     auto answer = [&](B::StandardButtons buttons, B::StandardButton press) {
@@ -99,11 +98,30 @@ TEST(Dialogs, TheCustomPieceDialogShowsTheColumnsInItsOrderAndItsButtonsEdit) {
     LevelSet set = NewSet(GameKind::Shardles);
     set.CustomChangerPicture.at(4) = 7;  // only a file brings such a value
     CustomPieceEdit edit(set, PictureKind::Change);
-    frmCusShd dialog(edit, kScreen);
+    CustomPieceDialog dialog(edit);
+    dialog.adjustSize();
     EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Create a Shardle"));
-    const int lefts[] = {168, 152, 136, 120, 104, 88, 72, 56, 200, 184};  // cells 1 to 10, from 840 twips
-    for (int n = 1; n <= 60; ++n)
-        EXPECT_EQ(dialog.cell(n)->geometry(), QRect(lefts[(n - 1) % 10], 16 + 24 * ((n - 1) / 10), 9, 17)) << n;
+    // From the left, the columns 8 to 1, then 10 and 9; the rows in order
+    // below one another, each cell whole and clear of its neighbours.
+    const int order[] = {8, 7, 6, 5, 4, 3, 2, 1, 10, 9};
+    for (int row = 0; row < 6; ++row) {
+        for (int p = 0; p < 10; ++p) {
+            const int n = 10 * row + order[p];
+            const QRect place = dialog.cell(n)->geometry();
+            EXPECT_TRUE(place.width() >= dialog.cell(n)->sizeHint().width() &&
+                        place.height() >= dialog.cell(n)->sizeHint().height()) << n;
+            if (p > 0) {
+                const QRect left = dialog.cell(10 * row + order[p - 1])->geometry();
+                EXPECT_GT(place.left(), left.right()) << n;
+                EXPECT_EQ(place.top(), left.top()) << n;
+            }
+            if (row > 0) {
+                const QRect above = dialog.cell(n - 10)->geometry();
+                EXPECT_GT(place.top(), above.bottom()) << n;
+                EXPECT_EQ(place.left(), above.left()) << n;
+            }
+        }
+    }
     auto captions = [&](std::initializer_list<int> cells) {
         QString text;
         for (int n : cells) text += dialog.cell(n)->text();
@@ -112,26 +130,28 @@ TEST(Dialogs, TheCustomPieceDialogShowsTheColumnsInItsOrderAndItsButtonsEdit) {
     for (int n : {3, 4}) QTest::mouseClick(dialog.cell(n), Qt::LeftButton);
     EXPECT_EQ(captions({3, 4, 5}), QStringLiteral("170"));
     auto button = [&](const char* name) { return dialog.findChild<QPushButton*>(QString::fromLatin1(name)); };
-    QTest::mouseClick(button("cmdDefault"), Qt::LeftButton);
+    QTest::mouseClick(button("defaultButton"), Qt::LeftButton);
     EXPECT_EQ(captions({1, 8, 11, 15}), QStringLiteral("1010"));
-    QTest::mouseClick(button("cmdReset"), Qt::LeftButton);
+    QTest::mouseClick(button("resetButton"), Qt::LeftButton);
     EXPECT_EQ(captions({1, 4, 11}), QStringLiteral("000"));
-    EXPECT_TRUE(button("cmdOK")->isDefault());
+    EXPECT_TRUE(button("okButton")->isDefault());
     int left = 0;
-    for (const char* name : {"cmdOK", "cmdDefault", "cmdReset", "cmdCancel"}) {
+    for (const char* name : {"okButton", "defaultButton", "resetButton", "cancelButton"}) {
         EXPECT_GT(button(name)->x(), left) << name;  // one row below the cells, in this order
         EXPECT_GT(button(name)->y(), dialog.cell(60)->geometry().bottom());
         left = button(name)->x();
     }
 
     QWidget parent;
-    QtPrompts prompts(&parent, kScreen);
-    const std::pair<std::function<void(frmCusShd*)>, bool> closings[] = {
-        {[](frmCusShd* d) { QTest::keyClick(d, Qt::Key_Return); }, true},
-        {[](frmCusShd* d) { QTest::keyClick(d, Qt::Key_Escape); }, false}};
+    QtPrompts prompts(&parent);
+    const std::pair<std::function<void(CustomPieceDialog*)>, bool> closings[] = {
+        {[](CustomPieceDialog* d) { QTest::keyClick(d, Qt::Key_Return); }, true},
+        {[](CustomPieceDialog* d) { QTest::keyClick(d, Qt::Key_Escape); }, false}};
     for (const auto& [close, accepted] : closings) {
-        WhenShown<frmCusShd>([&](frmCusShd* shown) {
-            EXPECT_EQ(shown->pos(), QPoint((1024 - shown->width()) / 2, (768 - shown->height()) / 2));
+        WhenShown<CustomPieceDialog>([&](CustomPieceDialog* shown) {
+            const QRect screen = shown->screen()->geometry();
+            EXPECT_EQ(shown->pos(), screen.topLeft() + QPoint((screen.width() - shown->width()) / 2,
+                                                              (screen.height() - shown->height()) / 2));
             QTest::mouseClick(shown->cell(8), Qt::LeftButton);
             close(shown);
         });

@@ -17,12 +17,16 @@
 #include <QTest>
 #include <QTextBrowser>
 #include <QWheelEvent>
+#include <algorithm>
+#include <cctype>
+#include <map>
 #include <sstream>
 
+#include "gui/Actions.h"
 #include "gui/Text.h"
 #include "gui/Overview.h"
 #include "gui/Widgets.h"
-#include "gui/frmDev.h"
+#include "gui/MainWindow.h"
 #include "support/ScriptedPrompts.h"
 #include "support/Support.h"
 
@@ -37,12 +41,11 @@ const char* kSpotted = "You have a Spotted Shardle without a Changer.  Set Spott
 
 class WindowTest : public testing::Test {
 protected:
-    // 1024 x 768 pixels at 96 DPI: 15 twips to a pixel.
     WindowTest() { Open(QStringLiteral(ASSETS_DIR)); }
     ~WindowTest() override { EXPECT_TRUE(prompts.done()) << "a scripted prompt was never shown"; }
 
     void Open(const QString& pictures) {
-        window = std::make_unique<frmDev>(&prompts, ScreenMetrics{96, 96, QSize(1024, 768)});
+        window = std::make_unique<MainWindow>(&prompts);
         window->resize(1024, 740);
         window->show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
@@ -79,7 +82,7 @@ protected:
 
     test::TempDir dir;
     ScriptedPrompts prompts;
-    std::unique_ptr<frmDev> window;
+    std::unique_ptr<MainWindow> window;
 };
 
 TEST_F(WindowTest, ControlsKeepTheirCaptionsAndArrangementAndMenusTheirEntries) {
@@ -109,13 +112,55 @@ TEST_F(WindowTest, ControlsKeepTheirCaptionsAndArrangementAndMenusTheirEntries) 
     // No two access keys collide: the menu bar's and the captions' on the window.
     QString keys;
     for (QAction* menu : window->menuBar()->actions()) keys += menu->text().at(menu->text().indexOf('&') + 1).toUpper();
-    for (const char* name : {"lblTitle", "lblBonus", "lblExLife", "lblBallx", "lblBally"})
+    for (const char* name : {"titleLabel", "bonusClockLabel", "extraLifeLabel", "ballAcrossLabel", "ballDownLabel"})
         keys += Text(name).at(Text(name).indexOf('&') + 1).toUpper();
     for (const QChar key : keys) EXPECT_EQ(keys.count(key), 1) << keys.toStdString();
-    Trigger("mnuNewTil");
+    Trigger("newTiltbash");
     EXPECT_EQ(window->cellCount(), 64);
     EXPECT_EQ(window->grid()->cellRect(9).size(), QSize(44, 30) * window->grid()->zoom());
-    EXPECT_FALSE(Find("txtBallx")->isVisibleTo(window.get()) || Find<QAction>("mnuCreate")->isVisible());
+    EXPECT_FALSE(Find("ballAcross")->isVisibleTo(window.get()) || Find<QAction>("createMenu")->isVisible());
+}
+
+// Alt and a letter picks one entry of an open menu only while no other
+// entry of that menu shares its letter.
+TEST(Actions, NoTwoEntriesOfOneMenuShareAnAccessKey) {
+    std::map<std::string, std::string> letters;  // per menu, the access keys of its entries
+    for (const ActionRow& row : ActionTable()) {
+        if (row.kind == ActionRow::Kind::Separator || !row.menu) continue;  // shortcuts alone have no caption
+        const std::string caption = row.caption;
+        const auto amp = caption.find('&');
+        ASSERT_TRUE(amp != std::string::npos && amp + 1 < caption.size()) << row.id << " has no access key";
+        letters[row.menu] += static_cast<char>(std::toupper(static_cast<unsigned char>(caption[amp + 1])));
+    }
+    EXPECT_EQ(letters.size(), 15u);  // the menu bar and the fourteen menus with fixed entries
+    // The one pair the older program's Tricky menu has always had, kept as it
+    // was: "&Shardles Options" and "&Special Unused Blocks", between which Alt+S moves.
+    std::erase(letters["trickyMenu"], 'S');
+    letters["trickyMenu"] += 'S';
+    for (const auto& [menu, keys] : letters)
+        for (const char key : keys) EXPECT_EQ(std::count(keys.begin(), keys.end(), key), 1) << menu << ": " << key;
+}
+
+// The menus, the tool bar and the shortcuts are the table's rows.
+TEST_F(WindowTest, EveryRowOfTheActionsTableIsAnActionOfTheWindow) {
+    int onToolBar = 0;
+    for (const ActionRow& row : ActionTable()) {
+        if (row.kind == ActionRow::Kind::Separator) continue;
+        SCOPED_TRACE(row.id);
+        QAction* action = Find<QAction>(row.id);
+        ASSERT_NE(action, nullptr);
+        EXPECT_EQ(action->text(), QString::fromLatin1(row.caption));
+        if (!row.keys.isEmpty()) EXPECT_EQ(action->shortcuts(), row.keys);
+        if (!row.existing) EXPECT_EQ(action->isCheckable(), static_cast<bool>(row.checked));
+        if (row.toolTip) EXPECT_EQ(window->findChild<QToolBar*>()->actions().at(onToolBar++), action);
+    }
+    EXPECT_EQ(onToolBar, 4);
+    // The dock's own action keeps its check mark and shows and hides the overview.
+    EXPECT_TRUE(Checked("showOverview") && window->overview()->isVisible());
+    Trigger("showOverview");
+    EXPECT_FALSE(Checked("showOverview") || window->overview()->isVisible());
+    Trigger("showOverview");
+    EXPECT_TRUE(Checked("showOverview") && window->overview()->isVisible());
 }
 
 TEST_F(WindowTest, TheGridZoomsByKeyAndWheelAndTheStatusBarNamesTheCellUnderThePointer) {
@@ -135,7 +180,7 @@ TEST_F(WindowTest, TheGridZoomsByKeyAndWheelAndTheStatusBarNamesTheCellUnderTheP
     QTest::keyClick(grid, Qt::Key_Minus, Qt::ControlModifier);
     QTest::keyClick(grid, Qt::Key_0, Qt::ControlModifier);
     EXPECT_EQ(grid->zoom(), fit);
-    EXPECT_EQ(window->editor().ui().SelectedBlock, 1);  // Ctrl+0 is not the digit 0
+    EXPECT_EQ(window->editor().ui().selectedBlock, 1);  // Ctrl+0 is not the digit 0
     window->resize(window->size() * 2);
     QApplication::processEvents();
     EXPECT_EQ(grid->zoom(), window->gridView()->fitZoom());
@@ -148,13 +193,13 @@ TEST_F(WindowTest, TheGridZoomsByKeyAndWheelAndTheStatusBarNamesTheCellUnderTheP
     QApplication::sendEvent(grid, &leave);
     EXPECT_EQ(Text("statusCell"), QString());
     Discard();
-    Trigger("mnuNewTil");
+    Trigger("newTiltbash");
     EXPECT_EQ(window->paletteButton(2)->toolTip(), QStringLiteral("Code 2"));
 }
 
 TEST_F(WindowTest, TheOverviewShowsEveryLevelChoosesOnAClickAndDrawsOnlyWhatChanged) {
-    Trigger("mnuNewTil");  // no questions about last blocks
-    for (int i = 1; i < kMaxLevels; ++i) QTest::mouseClick(Find("cmdAddLev"), Qt::LeftButton);
+    Trigger("newTiltbash");  // no questions about last blocks
+    for (int i = 1; i < kMaxLevels; ++i) QTest::mouseClick(Find("addLevel"), Qt::LeftButton);
     LevelOverview* overview = window->overview();
     EXPECT_EQ(overview->levelAt(overview->entryRect(255).center()), 255);
     const int drawn = overview->drawnCount();
@@ -163,43 +208,43 @@ TEST_F(WindowTest, TheOverviewShowsEveryLevelChoosesOnAClickAndDrawsOnlyWhatChan
     EXPECT_EQ(overview->drawnCount(), drawn + 1);
     QTest::mouseClick(overview->viewport(), Qt::LeftButton, {}, overview->entryRect(3).center());
     EXPECT_EQ(set().CurrentLevel, 3);
-    EXPECT_EQ(Find<QComboBox>("cmbLevels")->currentText(), QStringLiteral("Level 3"));
+    EXPECT_EQ(Find<QComboBox>("levelList")->currentText(), QStringLiteral("Level 3"));
     EXPECT_EQ(overview->drawnCount(), drawn + 1);
 }
 
 TEST_F(WindowTest, ToolsAndCellAndLevelCommandsReachTheEditorAndTheClipboardCarriesText) {
-    Trigger("mnuNewTil");  // no debugger questions
+    Trigger("newTiltbash");  // no debugger questions
     PictureGrid* grid = window->grid();
     auto* tools = Find<QToolBar>("toolBar");
-    QTest::mouseClick(tools->widgetForAction(Find<QAction>("mnuRectangle")), Qt::LeftButton);
-    EXPECT_TRUE(Checked("mnuRectangle") && !Checked("mnuPencil"));
+    QTest::mouseClick(tools->widgetForAction(Find<QAction>("rectangle")), Qt::LeftButton);
+    EXPECT_TRUE(Checked("rectangle") && !Checked("pencil"));
     Choose(3);
     QTest::mousePress(grid, Qt::LeftButton, {}, Centre(9));
     QTest::mouseMove(grid, Centre(27));
     QTest::mouseRelease(grid, Qt::LeftButton, {}, Centre(27));
     EXPECT_TRUE(Code(9) == 3 && Code(27) == 3 && Shows(27, 3));
-    Trigger("mnuFill");
+    Trigger("fill");
     Choose(5);
     ClickCell(0);
     EXPECT_TRUE(Code(63) == 5 && Shows(63, 5));
 
-    Trigger("mnuSelect");
-    EXPECT_FALSE(Find<QAction>("mnuCopy")->isEnabled());
+    Trigger("select");
+    EXPECT_FALSE(Find<QAction>("copy")->isEnabled());
     QTest::mousePress(grid, Qt::LeftButton, {}, Centre(8));
     QTest::mouseMove(grid, Centre(9));
     QTest::mouseRelease(grid, Qt::LeftButton, {}, Centre(9));
     QTest::keyClick(grid, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("shardles-editor cells 2 1\n53\n"));
     QTest::keyClick(grid, Qt::Key_Escape);
-    EXPECT_FALSE(Find<QAction>("mnuCopy")->isEnabled());
+    EXPECT_FALSE(Find<QAction>("copy")->isEnabled());
     QTest::keyClick(grid, Qt::Key_V, Qt::ControlModifier);  // nothing selected: at the top-left corner
     EXPECT_EQ(Code(0) * 10 + Code(1), 53);
-    Trigger("mnuFlipLeftRight");
+    Trigger("flipLeftRight");
     EXPECT_EQ(Code(7) * 10 + Code(6), 53);
 
-    Trigger("mnuDuplicateLevel");
+    Trigger("duplicateLevel");
     EXPECT_EQ(set().LevelCount() * 10 + set().CurrentLevel, 22);
-    Trigger("mnuShiftDown");
+    Trigger("shiftDown");
     const BlockGrid second = set().Layout(2).Cells;
     LevelOverview* overview = window->overview();
     QTest::mousePress(overview->viewport(), Qt::LeftButton, {}, overview->entryRect(2).center());
@@ -207,14 +252,14 @@ TEST_F(WindowTest, ToolsAndCellAndLevelCommandsReachTheEditorAndTheClipboardCarr
     QTest::mouseRelease(overview->viewport(), Qt::LeftButton, {}, overview->entryRect(1).center());
     EXPECT_EQ(set().Layout(1).Cells, second);
     EXPECT_EQ(set().CurrentLevel, 1);  // the level moved stays the current one
-    Trigger("mnuCopyLevel");
-    Trigger("mnuPasteLevel");
+    Trigger("copyLevel");
+    Trigger("pasteLevel");
     EXPECT_EQ(set().LevelCount() * 10 + set().CurrentLevel, 32);
     EXPECT_EQ(set().Layout(2).Cells, second);
 }
 
 TEST_F(WindowTest, PaletteGridAndKeysReachTheEditorAndTheCellsShowItsPictures) {
-    EXPECT_FALSE(Find<QAction>("mnuUndo")->isEnabled() || Find<QAction>("mnuRedo")->isEnabled());
+    EXPECT_FALSE(Find<QAction>("undo")->isEnabled() || Find<QAction>("redo")->isEnabled());
     Choose(2);
     QTest::mousePress(window->grid(), Qt::LeftButton, {}, Centre(21));
     EXPECT_TRUE(Code(21) == 2 && Shows(21, 2));  // painted on the press, nothing asked yet
@@ -223,17 +268,17 @@ TEST_F(WindowTest, PaletteGridAndKeysReachTheEditorAndTheCellsShowItsPictures) {
     QTest::mouseRelease(window->grid(), Qt::LeftButton, {}, Centre(23));
     EXPECT_EQ(Code(22) * 10 + Code(23), 22);
     EXPECT_TRUE(Shows(23, 2));
-    Trigger("mnuUse");
+    Trigger("useDebugger");
     ClickCell(22, Qt::RightButton);
     EXPECT_TRUE(Code(22) == 0 && Shows(22, 0));
     QTest::keyClick(window->grid(), Qt::Key_C);  // a code typed on the grid chooses its block
-    EXPECT_EQ(window->editor().ui().SelectedBlock, 12);
+    EXPECT_EQ(window->editor().ui().selectedBlock, 12);
     EXPECT_EQ(window->focusWidget(), window->paletteButton(12));
     QTest::keyClick(window->paletteButton(12), Qt::Key_Left);
     EXPECT_TRUE(window->paletteButton(11)->isChecked() && window->paletteButton(11)->hasFocus());
     EXPECT_EQ(Text("statusBlocks"), QStringLiteral("Blocks: 2"));
     // Undo and redo go through the editor, by menu and by key.
-    EXPECT_TRUE(Find<QAction>("mnuUndo")->isEnabled());
+    EXPECT_TRUE(Find<QAction>("undo")->isEnabled());
     for (const QKeySequence& redo : {QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)}) {
         QTest::keyClick(window->grid(), Qt::Key_Z, Qt::ControlModifier);
         EXPECT_EQ(Code(22), 2);
@@ -243,7 +288,7 @@ TEST_F(WindowTest, PaletteGridAndKeysReachTheEditorAndTheCellsShowItsPictures) {
 }
 
 TEST_F(WindowTest, BoxesListsAndButtonsReachTheEditorAndShowWhatItKeeps) {
-    auto* title = Find<QLineEdit>("txtTitle");
+    auto* title = Find<QLineEdit>("titleBox");
     title->setFocus();
     title->end(false);
     QTest::keyClicks(title, "2BC");
@@ -253,7 +298,7 @@ TEST_F(WindowTest, BoxesListsAndButtonsReachTheEditorAndShowWhatItKeeps) {
     QKeyEvent typed(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString::fromUtf8("\xE2\x82\xAC" "a\xC4\x89"));
     QApplication::sendEvent(title, &typed);
     EXPECT_EQ(set().Title, "\x80" "a?");  // Windows-1252, with "?" for what it lacks
-    auto* ballx = Find<QLineEdit>("txtBallx");
+    auto* ballx = Find<QLineEdit>("ballAcross");
     ballx->selectAll();
     QTest::keyClicks(ballx, "95");
     EXPECT_EQ(ballx->text(), QStringLiteral("0"));
@@ -261,47 +306,47 @@ TEST_F(WindowTest, BoxesListsAndButtonsReachTheEditorAndShowWhatItKeeps) {
     ballx->insert(QStringLiteral("33"));  // as a paste does: no key goes up
     ClickCell(0);
     EXPECT_EQ(ballx->text(), QStringLiteral("33"));
-    auto* bonus = Find<QComboBox>("cmbBonus");
+    auto* bonus = Find<QComboBox>("bonusClock");
     bonus->lineEdit()->selectAll();
     QTest::keyClicks(bonus->lineEdit(), "6");
     EXPECT_EQ(set().BonusClock + "|" + bonus->currentText().toStdString(), "6|6");  // not completed to 60
-    Find<QComboBox>("cmbExLife")->setCurrentIndex(3);
+    Find<QComboBox>("extraLife")->setCurrentIndex(3);
     EXPECT_EQ(set().ExtraLifePoints, "400");
 
-    QTest::mouseClick(Find("cmdAddLev"), Qt::LeftButton);
-    EXPECT_EQ(Text("lblLevel"), QStringLiteral("Number of Levels: 2"));
-    auto* levels = Find<QComboBox>("cmbLevels");
+    QTest::mouseClick(Find("addLevel"), Qt::LeftButton);
+    EXPECT_EQ(Text("levelCount"), QStringLiteral("Number of Levels: 2"));
+    auto* levels = Find<QComboBox>("levelList");
     EXPECT_EQ(levels->count(), 2);
     prompts.ExpectMessage("Level #1 has no Last Blocks.");
     emit levels->activated(1);
     EXPECT_EQ(levels->currentText() + ballx->text() + Text("statusLevel"), QStringLiteral("Level 20Level 2 of 2"));
     EXPECT_EQ(set().Layout(1).BallX, 33);  // the pasted value, stored on leaving the level
-    QTest::mouseClick(Find("cmdLoseLev"), Qt::LeftButton);
+    QTest::mouseClick(Find("removeLevel"), Qt::LeftButton);
     EXPECT_EQ(levels->currentText(), QStringLiteral("Level 1"));
     Discard();
-    Trigger("mnuNewShd");
+    Trigger("newShardles");
     EXPECT_EQ(bonus->currentText() + title->text(), QStringLiteral("30Please Add a Title"));
 }
 
-TEST_F(WindowTest, MenusRunTheirHandlersAndShowTheEditorsMarks) {
-    EXPECT_TRUE(Checked("mnuMatch") && !Checked("mnuWrap"));
-    Trigger("mnuSpot");
-    EXPECT_TRUE(Checked("mnuSpot") && set().Record(1).SpottedUnused);
+TEST_F(WindowTest, MenusRunTheirOperationsAndShowTheEditorsMarks) {
+    EXPECT_TRUE(Checked("matchLocks") && !Checked("useWrapAround"));
+    Trigger("unusedSpotted");
+    EXPECT_TRUE(Checked("unusedSpotted") && set().Record(1).SpottedUnused);
     prompts.Expect(ScriptedPrompts::Kind::Input, "How many other blocks are not used? Don't count blocks affected by the Flags.",
                    Answer::Yes, "81");
-    Trigger("mnuSpecial");
-    EXPECT_FALSE(Checked("mnuSpecial"));  // only the editor knows the answer takes the mark away
+    Trigger("specialUnused");
+    EXPECT_FALSE(Checked("specialUnused"));  // only the editor knows the answer takes the mark away
     prompts.ExpectPicture([](CustomPieceEdit& edit) { return edit.Click(9), true; });
-    Trigger("mnuCreateChangeShd");
-    EXPECT_TRUE(set().CustomChangerPicture.at(9) == 1 && Checked("mnuCus"));
+    Trigger("editChangerPiece");
+    EXPECT_TRUE(set().CustomChangerPicture.at(9) == 1 && Checked("useCustomShardles"));
     // A right press on a Tiltbash background pops up Tricky without the Shardles submenus.
     Discard();
-    Trigger("mnuNewTil");
+    Trigger("newTiltbash");
     QWidget* background = window->centralWidget();
     const QPoint empty = background->rect().bottomRight() - QPoint(10, 10);
     QTest::mousePress(background, Qt::RightButton, {}, empty);
     EXPECT_TRUE(window->trickyMenu()->isVisible());
-    EXPECT_FALSE(Find<QAction>("mnuUn")->isVisible() || Find<QAction>("mnuShdOp")->isVisible());
+    EXPECT_FALSE(Find<QAction>("unusedMenu")->isVisible() || Find<QAction>("optionsMenu")->isVisible());
     window->trickyMenu()->hide();
     // The grey around the grid, in its room, is background too.
     ASSERT_GT(window->grid()->x(), 0);
@@ -320,14 +365,14 @@ TEST_F(WindowTest, StartReadsTheLastFolderPicturesAndHelpComeFromTheFolderAndClo
     EXPECT_EQ(window->editor().lastFolder(), "/some/where/");
     EXPECT_TRUE(window->pictures().IsDrawnTile(11));
     EXPECT_EQ(window->paletteButton(11)->picture().toImage(), BlockPictures::Tile(QStringLiteral("B")).toImage());
-    Trigger("mnuContents");
+    Trigger("contents");
     auto* guide = Find<QDialog>("userGuide");
     ASSERT_TRUE(guide && guide->isVisible());
     EXPECT_EQ(guide->findChild<QTextBrowser*>()->toPlainText(), QStringLiteral("Using the editor\nFile → New starts a set."));
     prompts.ExpectMessage(AboutText());
-    Trigger("mnuAbout");
+    Trigger("about");
     EXPECT_TRUE(AboutText().starts_with(std::string(kWindowCaption) + "\n\nVersion 3.0\n\nDraws levels"));
-    Trigger("mnuExit");  // nothing changed: nothing asked
+    Trigger("exit");  // nothing changed: nothing asked
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(test::ReadFile(dir.path / "info.ini"), "/some/where/\r\n");
 }
@@ -346,7 +391,7 @@ TEST_F(WindowTest, UserStoryOpenChangeCloseSaveReopenFromRecentOrByDropping) {
     EXPECT_NE(test::ReadFile(dir.path / "story.rsx").find("\r\n1,0,0,1,0,0,0,0,0,6,"), std::string::npos);
 
     Open(QStringLiteral(ASSETS_DIR));
-    auto* recent = Find<QMenu>("mnuRecent");
+    auto* recent = Find<QMenu>("recentMenu");
     emit recent->aboutToShow();
     ASSERT_EQ(recent->actions().size(), 1);
     EXPECT_EQ(recent->actions().constFirst()->text(), QStringLiteral("&1 story.rsx"));

@@ -18,7 +18,7 @@
 #include "gui/Text.h"
 #include "gui/Overview.h"
 #include "gui/Widgets.h"
-#include "gui/frmDev.h"
+#include "gui/MainWindow.h"
 #include "support/ScriptedPrompts.h"
 #include "support/Support.h"
 
@@ -63,12 +63,12 @@ TEST_P(LayoutTest, EveryControlIsWholeAndClearOfTheOthersAndTheGridFitsWhatIsLef
 
     test::TempDir dir;
     test::ScriptedPrompts prompts;
-    frmDev window(&prompts);
+    MainWindow window(&prompts);
     window.resize(c.window);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     window.Start(PathText(dir / "info.ini"), QStringLiteral(ASSETS_DIR), {}, PathText(dir / "recent.txt"));
-    if (c.tiltbash) window.findChild<QAction*>(QStringLiteral("mnuNewTil"))->trigger();
+    if (c.tiltbash) window.findChild<QAction*>(QStringLiteral("newTiltbash"))->trigger();
     QApplication::processEvents();
     ASSERT_EQ(window.size(), c.window) << "the window cannot be made this small";
 

@@ -44,7 +44,7 @@ protected:
 
 TEST_F(SendTest, TheCalculatorGetsTheVariableSaveCompiledCodeWrites) {
     prompts.ExpectSave("TI-83 Program File|*.83p", dir / "LVL.83p").ExpectMessage("Succesfully compiled!");
-    editor.mnuSaveCode_Click();
+    editor.SaveProgram();
 
     // The calculator's end is open before the computer sends, as a calculator is on before it is sent to.
     const std::string command = FAKE_CALCULATOR " " + std::to_string(kCalculatorPort) + " '" + (dir / "got") + "'";
@@ -55,7 +55,7 @@ TEST_F(SendTest, TheCalculatorGetsTheVariableSaveCompiledCodeWrites) {
     ASSERT_STREQ(line, "ready\n");
     prompts.Expect(K::Input, kSendNamePrompt, Answer::Yes, "lvl")
         .ExpectMessage("Sent to the calculator as LVL.");
-    editor.mnuSendCalc_Click(link);
+    editor.SendToCalculator(link);
     const std::string said = std::fgets(line, sizeof line, calculator) ? line : "";
     EXPECT_EQ(pclose(calculator), 0) << said;
     EXPECT_EQ(prompts.lastDefault(), "LEVELS");
@@ -79,16 +79,16 @@ TEST_F(SendTest, NamesCablesAndSilenceEachGetTheirMessage) {
     } none;
     prompts.Expect(K::Input, kSendNamePrompt, Answer::Yes, "2FAST")
         .ExpectMessage(*CalculatorNameFault("2FAST"));
-    editor.mnuSendCalc_Click(none);
+    editor.SendToCalculator(none);
     prompts.Expect(K::Input, kSendNamePrompt, Answer::Yes, "ok").ExpectMessage(kNoCableMessage);
-    editor.mnuSendCalc_Click(none);
+    editor.SendToCalculator(none);
     EXPECT_EQ(prompts.lastDefault(), "LEVELS");
 
     // Nobody at the other end of the link.
     prompts.Expect(K::Input, kSendNamePrompt, Answer::Yes, "quiet").ExpectMessage(kNoAnswerMessage);
-    editor.mnuSendCalc_Click(link);
+    editor.SendToCalculator(link);
     prompts.Expect(K::Input, kSendNamePrompt, Answer::Yes, "");
-    editor.mnuSendCalc_Click(link);
+    editor.SendToCalculator(link);
     EXPECT_EQ(prompts.lastDefault(), "QUIET");
 }
 

@@ -22,14 +22,14 @@ inline constexpr const char* kSpotted = "You have a Spotted Shardle without a Ch
 // An editor started as the program starts it.
 class EditorTest : public testing::Test {
 protected:
-    EditorTest() : editor(prompts) { editor.FormLoad(dir / "info.ini", dir.path, dir / "recent.txt"); }
+    EditorTest() : editor(prompts) { editor.Start(dir / "info.ini", dir.path, dir / "recent.txt"); }
     ~EditorTest() override { EXPECT_TRUE(prompts.done()) << "prompts the test expected were not shown"; }
 
     const LevelSet& set() const { return editor.set(); }
     const WindowState& ui() const { return editor.ui(); }
     void Paint(int cell, int code) {
-        editor.optBlocks_Click(code);
-        editor.pctBox_MouseUp(cell, MouseButton::Left);
+        editor.ChooseBlock(code);
+        editor.ClickCell(cell, MouseButton::Left);
     }
     // The question a command that replaces or clears a changed set asks first, answered No.
     void Discard() {
@@ -38,12 +38,12 @@ protected:
     // A new set of `kind`, the changes before it discarded.
     void New(GameKind kind) {
         Discard();
-        kind == GameKind::Shardles ? editor.mnuNewShd_Click() : editor.mnuNewTil_Click();
+        kind == GameKind::Shardles ? editor.NewSet(GameKind::Shardles) : editor.NewSet(GameKind::Tiltbash);
     }
     // Special Unused Blocks, answered with `answer`.
     void Special(const std::string& answer) {
         prompts.Expect(K::Input, kSpecial, Answer::Yes, answer);
-        editor.mnuSpecial_Click();
+        editor.AskSpecialCount();
     }
     void DebuggerOff() {
         if (set().UseShardlesDebugger) editor.Toggle(Toggle::Debugger);
@@ -53,19 +53,19 @@ protected:
         const auto& cells = set().Current().Cells;
         if (set().IsShardles() && level != set().CurrentLevel && std::count(cells.begin(), cells.end(), 6) == 0)
             prompts.ExpectMessage("Level #" + std::to_string(set().CurrentLevel) + " has no Last Blocks.");
-        editor.cmbLevels_Click(level - 1);
+        editor.GoToLevel(level);
     }
     // Three Shardles levels, each with a last block and level n holding code n in cell 1.
     void ThreeLevels() {
         DebuggerOff();
-        editor.cmdAddLev_Click();
-        editor.cmdAddLev_Click();
+        editor.AddLevel();
+        editor.AddLevel();
         for (int level = 1; level <= 3; ++level) {
             SwitchTo(level);
             Paint(0, 6);
             Paint(1, level);
         }
-        editor.txtTitle_Changed("Three");
+        editor.SetTitle("Three");
     }
 
     TempDir dir;

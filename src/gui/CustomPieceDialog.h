@@ -4,7 +4,6 @@
 #include <QDialog>
 #include <array>
 
-#include "gui/Twips.h"
 #include "rules/CustomPiece.h"
 
 class QPushButton;
@@ -13,13 +12,13 @@ namespace shd::gui {
 
 class ClickLabel;
 
-class frmCusShd : public QDialog {
+class CustomPieceDialog : public QDialog {
     Q_OBJECT
 public:
-    frmCusShd(CustomPieceEdit& edit, const ScreenMetrics& metrics, QWidget* parent = nullptr);
+    explicit CustomPieceDialog(CustomPieceEdit& edit, QWidget* parent = nullptr);
 
-    // Centres the dialog on the screen and shows it modally; true when closed with OK.
-    bool LoadUp();
+    // Centres the dialog on its screen and shows it modally; true when closed with OK.
+    bool Edit();
 
     ClickLabel* cell(int n) const { return cells_[static_cast<std::size_t>(n - 1)]; }
 
@@ -27,12 +26,7 @@ private:
     void Refresh();
 
     CustomPieceEdit& edit_;
-    ScreenMetrics metrics_;
     std::array<ClickLabel*, kPictureCells> cells_{};
-    QPushButton* cmdOK_;
-    QPushButton* cmdDefault_;
-    QPushButton* cmdReset_;
-    QPushButton* cmdCancel_;
 };
 
 }  // namespace shd::gui
