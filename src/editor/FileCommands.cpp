@@ -33,7 +33,9 @@ bool Editor::MayReplaceSet() {
     case Answer::Yes:
         Save();
         return !IsModified();  // a refused or cancelled save keeps everything as it was
-    case Answer::No: return true;
+    case Answer::No:
+        DropRecoveryCopy();
+        return true;
     case Answer::Cancel: return false;
     }
     return false;
@@ -147,6 +149,7 @@ void Editor::Saved(FormatId id, const std::string& path, const std::string& titl
     }
     documentPath_ = path;
     history_.MarkClean();
+    DropRecoveryCopy();
 }
 
 void Editor::SaveLevelFile(FormatId id) {
