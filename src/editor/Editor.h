@@ -70,8 +70,9 @@ public:
     void UseRecovery(RecoveryStore* store) { recovery_ = store; }
     // Writes the copy of a changed set, `now` seconds since the epoch, or
     // removes it once nothing is unsaved. The window calls it a few seconds
-    // after the last change, and before the process ends by a signal.
-    void KeepRecoveryCopy(std::int64_t now);
+    // after the last change, without waiting for the disk, and before the
+    // process ends by a signal, `untilWritten`.
+    void KeepRecoveryCopy(std::int64_t now, bool untilWritten = false);
     std::size_t changeCount() const { return history_.changes(); }
 
     // The document: the My File the set was opened from or saved to, and

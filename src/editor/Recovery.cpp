@@ -85,26 +85,79 @@ RecoveryStore::RecoveryStore(std::string folder) : folder_(std::move(folder)) {
     if (lock_ >= 0) {
         const std::string pid = std::to_string(::getpid()) + "\n";
         [[maybe_unused]] const auto written = ::write(lock_, pid.data(), pid.size());
+        writer_ = std::thread([this] { WriteOnThread(); });
     }
 }
 
 RecoveryStore::~RecoveryStore() {
+    if (writer_.joinable()) {
+        Wait();  // what was posted is the user's work: it goes to the disk first
+        {
+            std::lock_guard lock(mutex_);
+            stop_ = true;
+        }
+        changed_.notify_all();
+        writer_.join();
+    }
     for (const auto& [id, fd] : held_) ::close(fd);
     if (lock_ < 0) return;
     ::unlink(PathOf(id_, ".lock").c_str());
     ::close(lock_);
 }
 
-bool RecoveryStore::Write(const LevelSet& set, const std::string& document, std::int64_t now, std::string* error) {
+void RecoveryStore::Post(const LevelSet& set, const std::string& document, std::int64_t now) {
+    std::string bytes = RecoveryBytes(set, document, now);  // the set is the caller's: read it here, not there
+    {
+        std::lock_guard lock(mutex_);
+        pending_ = std::move(bytes);
+    }
+    changed_.notify_all();
+}
+
+bool RecoveryStore::Wait(std::string* error) {
     if (!usable()) {
         if (error) *error = "the recovery folder " + folder_ + " cannot be used";
         return false;
     }
-    return WriteFileAtomic(ownCopyPath(), RecoveryBytes(set, document, now), error, OtherTargets::Refuse);
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [this] { return !pending_ && !busy_; });
+    if (failed_ && error) *error = error_;
+    return !failed_;
+}
+
+std::string RecoveryStore::LastFailure() {
+    std::lock_guard lock(mutex_);
+    return failed_ ? error_ : std::string();
+}
+
+void RecoveryStore::WriteOnThread() {
+    std::unique_lock lock(mutex_);
+    for (;;) {
+        changed_.wait(lock, [this] { return pending_ || stop_; });
+        if (!pending_) return;
+        const std::string bytes = std::move(*pending_);
+        pending_.reset();
+        busy_ = true;
+        lock.unlock();
+        std::string error;
+        const bool ok = WriteFileAtomic(ownCopyPath(), bytes, &error, OtherTargets::Refuse);
+        lock.lock();
+        busy_ = false;
+        failed_ = !ok;
+        error_ = error;
+        changed_.notify_all();
+    }
 }
 
 void RecoveryStore::Remove() {
-    if (usable()) ::unlink(ownCopyPath().c_str());
+    if (!usable()) return;
+    {
+        std::unique_lock lock(mutex_);
+        pending_.reset();
+        changed_.wait(lock, [this] { return !busy_; });
+        failed_ = false;
+    }
+    ::unlink(ownCopyPath().c_str());
 }
 
 RecoveryStore::Found RecoveryStore::FindLeftCopies() {

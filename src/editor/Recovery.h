@@ -4,10 +4,13 @@
 // a second editor never offers or removes the first one's copy.
 #pragma once
 
+#include <condition_variable>
 #include <cstdint>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "model/LevelSet.h"
@@ -43,8 +46,18 @@ public:
     std::string ownCopyPath() const { return PathOf(id_, ".copy"); }
 
     // This editor's copy, replaced whole with the safe save of every file.
-    bool Write(const LevelSet& set, const std::string& document, std::int64_t now, std::string* error = nullptr);
-    void Remove();  // this editor's copy; the lock stays until the store goes
+    // The disk's part runs on a thread of the store's own, so painting never
+    // waits for it; a newer copy posted meanwhile replaces one not yet begun.
+    void Post(const LevelSet& set, const std::string& document, std::int64_t now);
+    // Until what was posted is on the disk; false, with `error`, when the last write failed.
+    bool Wait(std::string* error = nullptr);
+    bool Write(const LevelSet& set, const std::string& document, std::int64_t now, std::string* error = nullptr) {
+        Post(set, document, now);
+        return Wait(error);
+    }
+    // Why the last write finished failed, "" when it did not; without waiting.
+    std::string LastFailure();
+    void Remove();  // this editor's copy, after any write under way; the lock stays until the store goes
 
     // The copies of editors that are gone, oldest first; each stays held by
     // this store (so no other editor offers it meanwhile) until it is
@@ -64,6 +77,14 @@ private:
     std::string folder_, id_;
     int lock_ = -1;
     std::map<std::string, int> held_;  // other editors' locks, by copy id
+
+    void WriteOnThread();
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::optional<std::string> pending_;  // the newest copy not yet begun
+    bool busy_ = false, stop_ = false, failed_ = false;
+    std::string error_;
+    std::thread writer_;
 };
 
 }  // namespace shd

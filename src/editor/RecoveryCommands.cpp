@@ -26,14 +26,17 @@ std::string OfferText(const RecoveryCopy& copy) {
 }
 }  // namespace
 
-void Editor::KeepRecoveryCopy(std::int64_t now) {
+void Editor::KeepRecoveryCopy(std::int64_t now, bool untilWritten) {
     if (!recovery_) return;
     if (!IsModified()) {
         recovery_->Remove();
         return;
     }
-    std::string error;
-    if (!recovery_->Write(set_, documentPath_, now, &error)) ui_.status = "Could not write the recovery copy: " + error;
+    // Without waiting, a failure shows at the next copy, when the one before it is done.
+    std::string error = recovery_->LastFailure();
+    recovery_->Post(set_, documentPath_, now);
+    if (untilWritten) recovery_->Wait(&error);
+    if (!error.empty()) ui_.status = "Could not write the recovery copy: " + error;
 }
 
 void Editor::DropRecoveryCopy() {

@@ -73,14 +73,14 @@ MainWindow::MainWindow(Prompts* prompts, QWidget* parent)
     recoveryTimer_ = new QTimer(this);
     recoveryTimer_->setSingleShot(true);
     recoveryTimer_->setInterval(kRecoveryDelay);
-    connect(recoveryTimer_, &QTimer::timeout, this, &MainWindow::KeepRecoveryCopy);
+    connect(recoveryTimer_, &QTimer::timeout, this, [this] { KeepRecoveryCopy(); });
     Sync(false);
 }
 
-void MainWindow::KeepRecoveryCopy() {
+void MainWindow::KeepRecoveryCopy(bool untilWritten) {
     recoveryTimer_->stop();
     const auto now = std::chrono::system_clock::now().time_since_epoch();
-    editor_.KeepRecoveryCopy(std::chrono::duration_cast<std::chrono::seconds>(now).count());
+    editor_.KeepRecoveryCopy(std::chrono::duration_cast<std::chrono::seconds>(now).count(), untilWritten);
     status_->Show(editor_);  // a copy that could not be written says so there
 }
 

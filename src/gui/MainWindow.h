@@ -60,8 +60,9 @@ public:
     void ShowGuide();
 
     // Writes the recovery copy now, or removes it when nothing is unsaved;
-    // otherwise it is written a few seconds after the last change.
-    void KeepRecoveryCopy();
+    // otherwise it is written a few seconds after the last change. The
+    // timer's write does not wait for the disk; one before the end does.
+    void KeepRecoveryCopy(bool untilWritten = false);
 
     // Shows the state: every control, picture, text, check mark and visibility.
     void SyncFromState();

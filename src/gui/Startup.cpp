@@ -65,7 +65,7 @@ void WriteCopyOnEndingSignals(MainWindow& window) {
     QObject::connect(notifier, &QSocketNotifier::activated, &window, [&window] {
         unsigned char which = 0;
         if (::read(endingPipe[0], &which, 1) != 1) return;
-        window.KeepRecoveryCopy();
+        window.KeepRecoveryCopy(true);
         std::signal(which, SIG_DFL);
         ::raise(which);
     });
@@ -96,7 +96,7 @@ int RunEditor(int& argc, char** argv, const std::function<void(MainWindow&)>& st
 #if QT_CONFIG(sessionmanager)
     // The desktop session is ending: whatever happens next, the work is on the disk.
     QObject::connect(&app, &QGuiApplication::commitDataRequest, &window,
-                     [&window](QSessionManager&) { window.KeepRecoveryCopy(); });
+                     [&window](QSessionManager&) { window.KeepRecoveryCopy(true); });
 #endif
     window.showMaximized();
     // Without a window manager "maximized" is only a wish; take the screen outright.

@@ -80,6 +80,24 @@ TEST_F(RecoveryStoreTest, ALiveEditorsCopyIsNeverAnotherOnes) {
     EXPECT_EQ(FileNames(folder()).find(later.copies[0].id), std::string::npos);
 }
 
+// The disk's part runs on the store's thread: a removal after a copy posted
+// is never undone by that copy, and the newest copy posted is the one kept.
+TEST_F(RecoveryStoreTest, WritesOnItsThreadKeepTheOrderTheyWereAskedIn) {
+    RecoveryStore store(folder());
+    const LevelSet big = Pictured(255);
+    for (int round = 0; round < 10; ++round) {
+        store.Post(big, "/a.rsx", round);
+        store.Remove();
+        ASSERT_TRUE(store.Wait());
+        EXPECT_FALSE(fs::exists(store.ownCopyPath())) << round;
+    }
+    for (int round = 0; round < 5; ++round) store.Post(big, "/a.rsx", round);
+    ASSERT_TRUE(store.Wait());
+    const auto copy = ReadRecoveryBytes(ReadFile(store.ownCopyPath()), nullptr);
+    ASSERT_TRUE(copy);
+    EXPECT_EQ(copy->written, 4);
+}
+
 TEST_F(RecoveryStoreTest, ACopyOfAProcessThatIsGoneIsOfferedOnceItsLockIsFree) {
     const pid_t child = fork();
     ASSERT_GE(child, 0);
@@ -134,7 +152,7 @@ protected:
         if (editor.set().UseShardlesDebugger) editor.Toggle(Toggle::Debugger);
         editor.ChooseBlock(6);
         editor.ClickCell(changes_++ % 40, MouseButton::Left);
-        editor.KeepRecoveryCopy(60);
+        editor.KeepRecoveryCopy(60, true);
         ASSERT_TRUE(fs::exists(store.ownCopyPath()));
     }
     std::string folder() const { return dir / "recovery"; }
