@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "editor/Editor.h"
+#include "editor/Recovery.h"
 #include "files/FileIo.h"
 
 namespace shd {
@@ -129,6 +130,8 @@ bool Editor::WriteSet(const Format& format, const std::string& path, const std::
         prompts_.Message(written.message);
         return false;
     }
+    // One save at a time: the unfinished save a signal removes is one per process.
+    if (recovery_) recovery_->Wait();
     std::string error;
     // A FIFO without a reader would hold up the window for ever.
     if (!WriteFileAtomic(path, written.bytes, &error, OtherTargets::WriteWithoutWaiting)) {

@@ -126,6 +126,7 @@ bool RecoveryStore::Wait(std::string* error) {
 }
 
 std::string RecoveryStore::LastFailure() {
+    if (!usable()) return "the recovery folder " + folder_ + " cannot be used";
     std::lock_guard lock(mutex_);
     return failed_ ? error_ : std::string();
 }

@@ -193,6 +193,21 @@ TEST_F(EditorRecoveryTest, TheCopyIsKeptWhileChangedAndGoesWithSaveNoOrClose) {
     EXPECT_FALSE(fs::exists(store.ownCopyPath()));
 }
 
+TEST_F(EditorRecoveryTest, ACopyThatCannotBeWrittenSaysSo) {
+    WriteFile(dir.path / "file", "not a folder");
+    RecoveryStore store(dir / "file/recovery");
+    EXPECT_FALSE(store.usable());
+    Editor editor(prompts);
+    Start(editor, store);
+    if (editor.set().UseShardlesDebugger) editor.Toggle(Toggle::Debugger);
+    editor.ChooseBlock(6);
+    editor.ClickCell(3, MouseButton::Left);
+    for (const bool untilWritten : {false, true}) {
+        editor.KeepRecoveryCopy(1, untilWritten);
+        EXPECT_TRUE(editor.ui().status.starts_with("Could not write the recovery copy: ")) << editor.ui().status;
+    }
+}
+
 // What the next start offers, and what each answer does, for a copy of a set
 // opened from a file and of an untitled one.
 TEST_F(EditorRecoveryTest, TheNextStartOffersTheCopyOfAnEditorThatDied) {
