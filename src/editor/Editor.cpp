@@ -32,11 +32,13 @@ void Editor::Start(const std::string& iniPath, const std::string& programFolder,
             if (IsRegularFile(path)) recent_.push_back(std::move(path));
     NewSet(GameKind::Shardles);
     ui_.focusedPalette = 0;
+    OfferRecoveryCopies();
 }
 
 bool Editor::MayClose() { return MayReplaceSet(); }
 
 void Editor::Close() {
+    DropRecoveryCopy();  // closing was the user's say on the changes
     // Failing to remember the folder or the list is not worth troubling the user with.
     // Only a regular file is a settings file: a FIFO put there would hold up closing.
     if (!iniPath_.empty()) WriteFileAtomic(iniPath_, lastFolder_ + "\r\n", nullptr, OtherTargets::Refuse);

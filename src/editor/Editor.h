@@ -7,6 +7,7 @@
 // fields (LevelFields.cpp) and the checks and options (Options.cpp).
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -26,6 +27,10 @@
 namespace shd {
 
 class CalculatorLink;
+class RecoveryStore;
+
+// What the start offers for each recovery copy, in this order.
+inline const std::vector<std::string> kRecoveryChoices = {"Restore", "Discard", "Decide later"};
 
 // The program's title, shown on every message box and the input box.
 inline constexpr const char* kProgramTitle = "Shardles/Tiltbash Level Editor";
@@ -59,6 +64,16 @@ public:
     void Start(const std::string& iniPath, const std::string& programFolder, const std::string& recentPath = {});
     bool MayClose();  // true: the window may close
     void Close();
+
+    // Recovery copies, kept in `store` from now on; set before Start, which
+    // offers the copies of editors that did not end cleanly before anything else.
+    void UseRecovery(RecoveryStore* store) { recovery_ = store; }
+    // Writes the copy of a changed set, `now` seconds since the epoch, or
+    // removes it once nothing is unsaved. The window calls it a few seconds
+    // after the last change, without waiting for the disk, and before the
+    // process ends by a signal, `untilWritten`.
+    void KeepRecoveryCopy(std::int64_t now, bool untilWritten = false);
+    std::size_t changeCount() const { return history_.changes(); }
 
     // The document: the My File the set was opened from or saved to, and
     // whether the set has changed since (the undo history's clean state).
@@ -214,6 +229,8 @@ private:
     void Saved(FormatId format, const std::string& path, const std::string& title);
     void Remember(const std::string& path);
     void AdoptSet(LevelSet&& set);
+    void OfferRecoveryCopies();
+    void DropRecoveryCopy();
 
     Prompts& prompts_;
     LevelSet set_;
@@ -230,6 +247,7 @@ private:
     std::vector<std::string> recent_;  // the last files opened or saved, newest first
     std::string recentPath_;
     std::string sendName_;  // the name the set was last sent as
+    RecoveryStore* recovery_ = nullptr;
 
     History history_;
     int recording_ = 0;  // operations running; only the outermost records its step

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "editor/Editor.h"
+#include "editor/Recovery.h"
 #include "files/FileIo.h"
 
 namespace shd {
@@ -33,7 +34,9 @@ bool Editor::MayReplaceSet() {
     case Answer::Yes:
         Save();
         return !IsModified();  // a refused or cancelled save keeps everything as it was
-    case Answer::No: return true;
+    case Answer::No:
+        DropRecoveryCopy();
+        return true;
     case Answer::Cancel: return false;
     }
     return false;
@@ -127,6 +130,8 @@ bool Editor::WriteSet(const Format& format, const std::string& path, const std::
         prompts_.Message(written.message);
         return false;
     }
+    // One save at a time: the unfinished save a signal removes is one per process.
+    if (recovery_) recovery_->Wait();
     std::string error;
     // A FIFO without a reader would hold up the window for ever.
     if (!WriteFileAtomic(path, written.bytes, &error, OtherTargets::WriteWithoutWaiting)) {
@@ -147,6 +152,7 @@ void Editor::Saved(FormatId id, const std::string& path, const std::string& titl
     }
     documentPath_ = path;
     history_.MarkClean();
+    DropRecoveryCopy();
 }
 
 void Editor::SaveLevelFile(FormatId id) {

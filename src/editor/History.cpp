@@ -10,6 +10,7 @@ bool IsTyping(StepKind kind) {
 }  // namespace
 
 void History::Push(Step step) {
+    ++changes_;
     // The redo branch goes, and with it the file's state if it lay there.
     steps_.resize(next_);
     if (clean_ != kNowhere && clean_ > next_) clean_ = kNowhere;
@@ -31,12 +32,22 @@ void History::Push(Step step) {
 }
 
 void History::Clear() {
+    ++changes_;
     steps_.clear();
     next_ = 0;
     clean_ = 0;
 }
 
-const EditorState* History::Undo() { return CanUndo() ? &steps_[--next_].before : nullptr; }
-const EditorState* History::Redo() { return CanRedo() ? &steps_[next_++].after : nullptr; }
+const EditorState* History::Undo() {
+    if (!CanUndo()) return nullptr;
+    ++changes_;
+    return &steps_[--next_].before;
+}
+
+const EditorState* History::Redo() {
+    if (!CanRedo()) return nullptr;
+    ++changes_;
+    return &steps_[next_++].after;
+}
 
 }  // namespace shd

@@ -51,6 +51,11 @@ public:
     // reached again by undoing or redoing back to it.
     void MarkClean() { clean_ = next_; }
     bool IsClean() const { return clean_ == next_; }
+    // A set that differs from its file with no step to undo: a restored recovery copy.
+    void MarkChanged() { clean_ = kNowhere; }
+    // Goes up with every step, undo, redo and clearing, so a watcher can tell
+    // the set may have changed without comparing it.
+    std::size_t changes() const { return changes_; }
 
 private:
     static constexpr std::size_t kMostSteps = 500;  // each holds the whole set twice
@@ -58,6 +63,7 @@ private:
     std::deque<Step> steps_;
     std::size_t next_ = 0;   // steps before this one are done
     std::size_t clean_ = 0;  // kNowhere once no undo or redo can reach it
+    std::size_t changes_ = 0;
 };
 
 }  // namespace shd

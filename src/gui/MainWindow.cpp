@@ -12,7 +12,9 @@
 #include <QMimeData>
 #include <QBoxLayout>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
+#include <chrono>
 
 #include "gui/HelpAndAbout.h"
 #include "gui/KeyCodes.h"
@@ -21,6 +23,11 @@
 #include "gui/Widgets.h"
 
 namespace shd::gui {
+
+namespace {
+// Long enough that a burst of edits is one write, short enough that little is lost.
+constexpr std::chrono::milliseconds kRecoveryDelay{3000};
+}  // namespace
 
 MainWindow::MainWindow(Prompts* prompts, QWidget* parent)
     : QMainWindow(parent),
@@ -63,7 +70,18 @@ MainWindow::MainWindow(Prompts* prompts, QWidget* parent)
     tools->setMovable(false);
     actions_ = std::make_unique<WindowActions>(*this, menuBar(), tools);
     connect(actions_->menu("recentMenu"), &QMenu::aboutToShow, this, &MainWindow::ListRecentFiles);
+    recoveryTimer_ = new QTimer(this);
+    recoveryTimer_->setSingleShot(true);
+    recoveryTimer_->setInterval(kRecoveryDelay);
+    connect(recoveryTimer_, &QTimer::timeout, this, [this] { KeepRecoveryCopy(); });
     Sync(false);
+}
+
+void MainWindow::KeepRecoveryCopy(bool untilWritten) {
+    recoveryTimer_->stop();
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    editor_.KeepRecoveryCopy(std::chrono::duration_cast<std::chrono::seconds>(now).count(), untilWritten);
+    status_->Show(editor_);  // a copy that could not be written says so there
 }
 
 MainWindow::~MainWindow() = default;
@@ -143,6 +161,10 @@ void MainWindow::Sync(bool focusPalette) {
     status_->Show(editor_);
     setWindowTitle(ToQt(editor_.DocumentName()) + QStringLiteral("[*] - ") + QString::fromLatin1(kWindowCaption));
     setWindowModified(editor_.IsModified());
+    if (editor_.changeCount() != seenChanges_) {
+        seenChanges_ = editor_.changeCount();
+        recoveryTimer_->start();
+    }
     if (focusPalette) blocks_->FocusPalette();
 }
 

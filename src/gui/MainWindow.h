@@ -17,6 +17,7 @@
 #include "gui/StatusLine.h"
 
 class QDockWidget;
+class QTimer;
 
 namespace shd::gui {
 
@@ -58,6 +59,11 @@ public:
     QAction* overviewAction() const;
     void ShowGuide();
 
+    // Writes the recovery copy now, or removes it when nothing is unsaved;
+    // otherwise it is written a few seconds after the last change. The
+    // timer's write does not wait for the disk; one before the end does.
+    void KeepRecoveryCopy(bool untilWritten = false);
+
     // Shows the state: every control, picture, text, check mark and visibility.
     void SyncFromState();
 
@@ -85,6 +91,10 @@ private:
     QDockWidget* overviewDock_ = nullptr;
     LevelOverview* overview_ = nullptr;
     std::unique_ptr<WindowActions> actions_;
+
+    // Restarted by every change, so a drag is not written cell by cell.
+    QTimer* recoveryTimer_ = nullptr;
+    std::size_t seenChanges_ = 0;
 };
 
 }  // namespace shd::gui

@@ -40,4 +40,9 @@ QString RecentFilesPath() {
     return QDir(config).filePath(QStringLiteral("recent.txt"));
 }
 
+QString RecoveryFolder() {
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation))
+        .filePath(QStringLiteral("recovery"));
+}
+
 }  // namespace shd::gui

@@ -21,5 +21,7 @@ Places FindPlaces(const QString& programFolder);
 QString SettingsPath(const QString& programFolder);
 // The list of recent files, always in the user's configuration folder.
 QString RecentFilesPath();
+// The recovery copies of sets with unsaved changes, in the user's data folder.
+QString RecoveryFolder();
 
 }  // namespace shd::gui

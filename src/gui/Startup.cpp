@@ -3,10 +3,18 @@
 #include <QApplication>
 #include <QIcon>
 #include <QScreen>
+#include <QSocketNotifier>
+#include <csignal>
 #include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+#if QT_CONFIG(sessionmanager)
+#include <QSessionManager>
+#endif
 
 #include "gui/BlockPictures.h"
 #include "gui/EditorStyle.h"
+#include "editor/Recovery.h"
 #include "files/FileIo.h"
 #include "model/Quoted.h"
 #include "gui/HelpAndAbout.h"
@@ -29,9 +37,42 @@ QIcon EditorIcon() {
         icon.addPixmap(QPixmap::fromImage(ReadImage(QStringLiteral(":/icons/%1x%1/shardles-editor.png").arg(size), "png")));
     return icon;
 }
+
+// A signal that ends the editor is only noted here, where almost nothing is
+// safe to do; the event loop then writes the recovery copy and ends the
+// process by the same signal. A save under way finishes first, so none is
+// left unfinished.
+int endingPipe[2] = {-1, -1};
+constexpr int kEndingSignals[] = {SIGTERM, SIGHUP, SIGINT};
+
+void NoteEnding(int signal) {
+    const unsigned char which = static_cast<unsigned char>(signal);
+    [[maybe_unused]] const auto written = ::write(endingPipe[1], &which, 1);
+}
+
+void WriteCopyOnEndingSignals(MainWindow& window) {
+    if (::pipe2(endingPipe, O_CLOEXEC | O_NONBLOCK) != 0) return;  // the unfinished-save handlers stay
+    for (const int signal : kEndingSignals) {
+        struct sigaction now {};
+        if (::sigaction(signal, nullptr, &now) != 0 || now.sa_handler == SIG_IGN) continue;
+        struct sigaction noted {};
+        noted.sa_handler = NoteEnding;
+        sigemptyset(&noted.sa_mask);
+        noted.sa_flags = SA_RESTART;
+        ::sigaction(signal, &noted, nullptr);
+    }
+    auto* notifier = new QSocketNotifier(endingPipe[0], QSocketNotifier::Read, &window);
+    QObject::connect(notifier, &QSocketNotifier::activated, &window, [&window] {
+        unsigned char which = 0;
+        if (::read(endingPipe[0], &which, 1) != 1) return;
+        window.KeepRecoveryCopy(true);
+        std::signal(which, SIG_DFL);
+        ::raise(which);
+    });
+}
 }  // namespace
 
-int RunEditor(int& argc, char** argv, const std::function<void(MainWindow&)>& started) {
+int RunEditor(int& argc, char** argv, const std::function<void(MainWindow&)>& started, Prompts* prompts) {
     // Answered before there is an application, which would need a display.
     if (int status = 0; AnswerInfoOption(argc, argv, status)) return status;
     QApplication app(argc, argv);
@@ -48,7 +89,15 @@ int RunEditor(int& argc, char** argv, const std::function<void(MainWindow&)>& st
     if (files.size() > 1) return UsageError(QStringLiteral("give at most one FILE"));
 
     const Places places = FindPlaces(QCoreApplication::applicationDirPath());
-    MainWindow window;
+    RecoveryStore recovery(PathBytes(RecoveryFolder()));
+    MainWindow window(prompts);
+    window.editor().UseRecovery(&recovery);
+    WriteCopyOnEndingSignals(window);
+#if QT_CONFIG(sessionmanager)
+    // The desktop session is ending: whatever happens next, the work is on the disk.
+    QObject::connect(&app, &QGuiApplication::commitDataRequest, &window,
+                     [&window](QSessionManager&) { window.KeepRecoveryCopy(true); });
+#endif
     window.showMaximized();
     // Without a window manager "maximized" is only a wish; take the screen outright.
     if (const QScreen* screen = window.screen()) window.setGeometry(screen->availableGeometry());
