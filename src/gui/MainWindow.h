@@ -57,6 +57,9 @@ public:
     int fitZoom() const { return blocks_->view()->fitZoom(); }
     QAction* overviewAction() const;
     void ShowGuide();
+    // File -> Export Picture: the current level or every level as a PNG,
+    // drawn as shardles-render draws it, with the pictures the window shows.
+    void ExportPicture();
 
     // Shows the state: every control, picture, text, check mark and visibility.
     void SyncFromState();
