@@ -187,6 +187,26 @@ QImage DrawSheet(const LevelSet& set, const BlockImages& images, int columns, in
     return image;
 }
 
+std::array<QRgb, 16> AverageColours(const BlockImages& images) {
+    std::array<QRgb, 16> colours{};
+    for (int code = 0; code < 16; ++code)
+        colours[static_cast<std::size_t>(code)] =
+            images.Of(code).scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixel(0, 0);
+    return colours;
+}
+
+QImage DrawMiniature(GameKind kind, const BlockGrid& cells, const std::array<QRgb, 16>& colours, QSize cell) {
+    // One pixel a cell, blown up.
+    QImage image(kColumns, RowCount(kind), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    const int count = std::min(static_cast<int>(cells.size()), CellCount(kind));
+    for (int i = 0; i < count; ++i) {
+        const std::uint8_t code = cells[static_cast<std::size_t>(i)];
+        image.setPixel(i % kColumns, i / kColumns, code < 16 ? colours[code] : qRgb(255, 0, 255));
+    }
+    return image.scaled(kColumns * cell.width(), RowCount(kind) * cell.height());
+}
+
 QImage FitInto(const QImage& image, int pixels) {
     if (pixels <= 0 || std::max(image.width(), image.height()) <= pixels) return image;
     return image.scaled(pixels, pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);

@@ -63,6 +63,14 @@ SheetLayout LayOutSheet(const LevelSet& set, int columns, int zoom);
 // Every level of the set on one sheet.
 QImage DrawSheet(const LevelSet& set, const BlockImages& images, int columns, int zoom);
 
+// Each block's picture seen from afar: all its pixels averaged.
+std::array<QRgb, 16> AverageColours(const BlockImages& images);
+
+// A level seen from afar, as the window's overview lists it: each cell a
+// patch of `cell` pixels in its block's average colour (magenta for a code
+// outside 0..15); no smoothing, so blocks stay blocks.
+QImage DrawMiniature(GameKind kind, const BlockGrid& cells, const std::array<QRgb, 16>& colours, QSize cell);
+
 // `image` made to fit `pixels` on its longer side: shrunk smoothly, never enlarged.
 QImage FitInto(const QImage& image, int pixels);
 

@@ -163,6 +163,17 @@ TEST(Sheet, DrawsTwoHundredFiftyFiveLevelsInTheColumnsAsked) {
     EXPECT_EQ(LayOutSheet(set, 999, 1).columns, kMaxLevels);
 }
 
+TEST(Miniature, ShowsEachCellInItsBlocksAverageColour) {
+    const LevelSet set = EveryCode(GameKind::Tiltbash);
+    const BlockImages images(ASSETS_DIR, GameKind::Tiltbash);
+    const auto colours = AverageColours(images);
+    EXPECT_NE(colours[1], colours[2]);
+    const QImage small = DrawMiniature(set.Kind, set.Layout(1).Cells, colours, {6, 4});
+    ASSERT_EQ(small.size(), QSize(kColumns * 6, RowCount(set.Kind) * 4));
+    for (int i = 0; i < CellCount(set.Kind); ++i)
+        EXPECT_EQ(small.pixel(i % kColumns * 6 + 5, i / kColumns * 4 + 3), colours[static_cast<std::size_t>(i % 16)]) << i;
+}
+
 TEST(FitInto, ShrinksTheLongerSideAndNeverEnlarges) {
     const QImage wide(640, 200, QImage::Format_RGB32), tall(100, 300, QImage::Format_RGB32);
     EXPECT_EQ(FitInto(wide, 128).size(), QSize(128, 40));
