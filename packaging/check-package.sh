@@ -75,6 +75,8 @@ for word; do
 done
 program=$1; shift
 env -u DISPLAY -u WAYLAND_DISPLAY "$work/root/usr/bin/$program" "$@" || fail "the thumbnailer's Exec line"
+# Drawing needs QtGui only: a file manager's thumbnailer stays light.
+! ldd "$work/root/usr/bin/shardles-render" | grep -q libQt6Widgets || fail "shardles-render links Qt Widgets"
 if [ -f "$work/thumb.png" ]; then
   set -- $(od -An -tu1 -j16 -N8 "$work/thumb.png")
   width=$(( ($1 << 24) + ($2 << 16) + ($3 << 8) + $4 )); height=$(( ($5 << 24) + ($6 << 16) + ($7 << 8) + $8 ))
