@@ -14,7 +14,8 @@ failed=0
 fail() { echo "FAIL: $*"; failed=1; }
 
 id=io.github.shardles_editor.Editor
-expected="/usr/bin/shardles-editor /usr/bin/shardles-convert
+expected="/usr/bin/shardles-editor /usr/bin/shardles-convert /usr/bin/shardles-render
+/usr/share/man/man1/shardles-render.1 /usr/share/thumbnailers/shardles-editor.thumbnailer
 /usr/share/man/man1/shardles-editor.1 /usr/share/man/man1/shardles-convert.1
 /usr/share/applications/$id.desktop /usr/share/metainfo/$id.metainfo.xml
 /usr/share/mime/packages/shardles-editor.xml /usr/share/shardles-editor/user-guide.md
@@ -54,7 +55,36 @@ if command -v update-mime-database >/dev/null; then
   for glob in rsx 83l 83p z80; do grep -q ":\*\.$glob\$" "$share/mime/globs2" || fail "no MIME glob *.$glob"; done
   grep -q "^MimeType=.*application/x-shardles-levels;" "$share/applications/$id.desktop" || fail "MimeType"
 else echo "skipped: update-mime-database is not installed"; fi
-for page in shardles-editor shardles-convert; do
+# The thumbnailer covers every MIME type the package declares, and its Exec
+# line, run as a file manager runs it, draws a picture within the size asked.
+thumbnailer="$share/thumbnailers/shardles-editor.thumbnailer"
+for type in $(grep -o 'mime-type type="[^"]*"' "$share/mime/packages/shardles-editor.xml" | cut -d'"' -f2); do
+  grep -q "^MimeType=.*$type;" "$thumbnailer" || fail "the thumbnailer lacks $type"
+done
+exec_line=$(sed -n 's/^Exec=//p' "$thumbnailer")
+cp "$source/tests/data/cli/files/shardles.json" "$work/set.json"
+"$build/shardles-convert" "$work/set.json" "$work/set.83p"
+# %s, %i and %o as a file manager fills them in: no word of them is split.
+set -f
+set -- $exec_line
+set +f
+for word; do
+  shift
+  case $word in %s) word=128 ;; %i) word="$work/set.83p" ;; %o) word="$work/thumb.png" ;; esac
+  set -- "$@" "$word"
+done
+program=$1; shift
+env -u DISPLAY -u WAYLAND_DISPLAY "$work/root/usr/bin/$program" "$@" || fail "the thumbnailer's Exec line"
+# Drawing needs QtGui only: a file manager's thumbnailer stays light.
+! ldd "$work/root/usr/bin/shardles-render" | grep -q libQt6Widgets || fail "shardles-render links Qt Widgets"
+if [ -f "$work/thumb.png" ]; then
+  set -- $(od -An -tu1 -j16 -N8 "$work/thumb.png")
+  width=$(( ($1 << 24) + ($2 << 16) + ($3 << 8) + $4 )); height=$(( ($5 << 24) + ($6 << 16) + ($7 << 8) + $8 ))
+  [ "$width" -le 128 ] && [ "$height" -le 128 ] && [ $((width > height ? width : height)) -ge 64 ] ||
+    fail "the thumbnail is $width x $height"
+else fail "the thumbnailer wrote no picture"; fi
+
+for page in shardles-editor shardles-convert shardles-render; do
   warnings=$(LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -l "$share/man/man1/$page.1" 2>&1 >/dev/null || true)
   [ -z "$warnings" ] || fail "$page.1: $warnings"
 done

@@ -21,9 +21,9 @@ void Say(const std::string& line) {
 // How a file is named in a message.
 std::string Named(const std::string& path) { return path == kStandardStream ? "standard input" : ShownName(path); }
 
-// The set as the editor holds it right after opening; nothing when the read
-// did not complete (the reason is already printed).
-std::optional<LevelSet> Open(FormatId from, const std::string& input) {
+}  // namespace
+
+std::optional<LevelSet> ReadInput(FormatId from, const std::string& input) {
     ReadResult read;
     if (input == kStandardStream) {
         std::string error;
@@ -39,10 +39,8 @@ std::optional<LevelSet> Open(FormatId from, const std::string& input) {
     return std::move(read.set);
 }
 
-}  // namespace
-
 int Convert(FormatId from, const std::string& input, FormatId to, const std::string& output) {
-    std::optional<LevelSet> set = Open(from, input);
+    std::optional<LevelSet> set = ReadInput(from, input);
     if (!set) return kRefused;
     const Format& format = GetFormat(to);
     if (format.countsBlocksFirst)
@@ -70,7 +68,7 @@ int Convert(FormatId from, const std::string& input, FormatId to, const std::str
 }
 
 int Check(FormatId from, const std::string& input) {
-    std::optional<LevelSet> set = Open(from, input);
+    std::optional<LevelSet> set = ReadInput(from, input);
     if (!set) return kRefused;
     int findings = 0;
     auto report = [&](int level, const std::string& text) {

@@ -17,6 +17,11 @@ constexpr int kUsage = 2;
 // "-" as INPUT is standard input, as OUTPUT standard output.
 inline constexpr const char* kStandardStream = "-";
 
+// The set in `input` (kStandardStream: standard input) read as `from`, as
+// the editor holds it right after opening; nothing when the read did not
+// complete, with the reason on standard error.
+std::optional<LevelSet> ReadInput(FormatId from, const std::string& input);
+
 // Reads `input` as `from`, saves it as `to` into `output`, as the editor's
 // open and save commands would, without their questions. Messages go to
 // standard error, each naming the file it is about.

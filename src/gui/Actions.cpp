@@ -126,6 +126,7 @@ std::vector<ActionRow> MakeTable() {
         Enabled(Do("fileMenu", "exportAgain", "Export A&gain", [](Editor& e) { e.ExportAgain(); },
                    {Keys(Qt::CTRL | Qt::Key_E)}),
                 [](const Editor& e) { return e.CanExportAgain(); }),
+        DoInWindow("fileMenu", "exportPicture", "Export &Picture...", [](MainWindow& w) { w.ExportPicture(); }),
         DoInWindow("fileMenu", "sendToCalculator", "Send to &Calculator...", [](MainWindow& w) {
             QtCalculatorLink link(&w);
             w.editor().SendToCalculator(link);

@@ -16,11 +16,16 @@
 #include <QToolBar>
 #include <chrono>
 
+#include <QBuffer>
+
+#include "files/FileIo.h"
+#include "gui/BlockPictures.h"
 #include "gui/HelpAndAbout.h"
 #include "gui/KeyCodes.h"
 #include "gui/Overview.h"
 #include "gui/Text.h"
 #include "gui/Widgets.h"
+#include "render/Render.h"
 
 namespace shd::gui {
 
@@ -101,6 +106,29 @@ void MainWindow::BuildOverview() {
 }
 
 QAction* MainWindow::overviewAction() const { return overviewDock_->toggleViewAction(); }
+
+void MainWindow::ExportPicture() {
+    const LevelSet& set = editor_.set();
+    int choice = 0;  // 0: the current level, 1: every level
+    if (set.LevelCount() > 1) {
+        choice = prompts_->ChooseFromList("Export a picture of", {"Level " + std::to_string(set.CurrentLevel), "Every Level"});
+        if (choice < 0) return;
+    }
+    const FileChoice file = prompts_->SaveFileDialog("PNG Pictures (*.png)|*.png", editor_.lastFolder(), ".png");
+    if (file.path.empty()) return;
+    std::array<QImage, 16> shown;
+    for (int code = 0; code < 16; ++code) shown[static_cast<std::size_t>(code)] = pictures().Of(code).toImage();
+    const render::BlockImages images(shown, set.Kind);
+    const QImage picture = choice == 0 ? render::DrawLevel(set, set.CurrentLevel, images, 1)
+                                       : render::DrawSheet(set, images, render::DefaultColumns(set.LevelCount()), 1);
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    std::string error;
+    if (!picture.save(&buffer, "PNG")) error = "the picture could not be made";
+    else if (WriteFileAtomic(file.path, png.toStdString(), &error)) return;
+    prompts_->Message(file.title + ": " + error);
+}
 
 void MainWindow::ShowGuide() {
     // The guide ships with the block pictures: the README's sections for users.

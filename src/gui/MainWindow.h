@@ -58,6 +58,9 @@ public:
     int fitZoom() const { return blocks_->view()->fitZoom(); }
     QAction* overviewAction() const;
     void ShowGuide();
+    // File -> Export Picture: the current level or every level as a PNG,
+    // drawn as shardles-render draws it, with the pictures the window shows.
+    void ExportPicture();
 
     // Writes the recovery copy now, or removes it when nothing is unsaved;
     // otherwise it is written a few seconds after the last change. The

@@ -6,6 +6,7 @@
 #include <QScrollBar>
 
 #include "gui/BlockPictures.h"
+#include "render/Render.h"
 
 namespace shd::gui {
 
@@ -51,13 +52,7 @@ int LevelOverview::levelAt(QPoint position) const {
 }
 
 QPixmap LevelOverview::Draw(const BlockGrid& cells) const {
-    // One pixel a cell, blown up without smoothing: blocks stay blocks.
-    QImage image(shape_.columns, shape_.rows, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    for (std::size_t i = 0; i < cells.size() && static_cast<int>(i) < shape_.columns * shape_.rows; ++i)
-        image.setPixel(static_cast<int>(i) % shape_.columns, static_cast<int>(i) / shape_.columns,
-                       cells[i] < 16 ? colours_[cells[i]] : qRgb(255, 0, 255));
-    return QPixmap::fromImage(image.scaled(shape_.columns * kCellWidth, shape_.rows * kCellHeight));
+    return QPixmap::fromImage(render::DrawMiniature(kind_, cells, colours_, {kCellWidth, kCellHeight}));
 }
 
 void LevelOverview::showSet(const LevelSet& set, const BlockPictures& pictures, int pictureGeneration) {
@@ -66,13 +61,10 @@ void LevelOverview::showSet(const LevelSet& set, const BlockPictures& pictures, 
     if (redrawAll) {
         generation_ = pictureGeneration;
         shape_ = shape;
-        for (int code = 0; code < 16; ++code) {
-            // Each block as its picture looks from afar: all its pixels averaged.
-            const QImage picture = pictures.Of(code).toImage();
-            colours_[static_cast<std::size_t>(code)] =
-                picture.isNull() ? qRgb(128, 128, 128)
-                                 : picture.scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixel(0, 0);
-        }
+        kind_ = set.Kind;
+        std::array<QImage, 16> shown;
+        for (int code = 0; code < 16; ++code) shown[static_cast<std::size_t>(code)] = pictures.Of(code).toImage();
+        colours_ = render::AverageColours(render::BlockImages(shown, set.Kind));
         viewport()->update();
     }
     const auto count = static_cast<std::size_t>(set.LevelCount());

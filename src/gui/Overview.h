@@ -1,5 +1,5 @@
 // The overview: every level of the set as a small picture of its grid with
-// its number, the current one marked. A click makes a level current, a drag
+// its number, the current one marked; the pictures come from src/render. A click makes a level current, a drag
 // moves it. Only levels whose cells changed are drawn again.
 #pragma once
 
@@ -56,6 +56,7 @@ private:
     std::vector<Entry> entries_;
     std::array<QRgb, 16> colours_{};  // each block's picture, seen from afar
     GridShape shape_;
+    GameKind kind_ = GameKind::Shardles;
     int generation_ = -1;
     int current_ = 0;
     int pressed_ = 0;   // the level a press went down on

@@ -1,5 +1,7 @@
 // The converter run as a script runs it, from the command cases in
-// tests/data/cli. Each NAME.case runs in a folder of its own, line by line:
+// tests/data/cli (and shardles-render from those of tests/data/render, with
+// `$ ` running it and the program in $RENDER as well).
+// Each NAME.case runs in a folder of its own, line by line:
 //   copy: SOURCE [NAME]   a file of tests/data into the folder (as NAME)
 //   file: NAME TEXT       a file of that text; \r \n \t \0 \xHH are escapes
 //   $ ARGUMENTS           runs shardles-convert ARGUMENTS in the folder, by sh
@@ -24,6 +26,12 @@ namespace shd::test {
 namespace {
 
 namespace fs = std::filesystem;
+
+#ifndef CASES
+#define CASES "cli"
+#define PROGRAM "CONVERT"
+#define RENDER_EXE ""
+#endif
 
 // The text after the first blank, and the first word.
 std::pair<std::string, std::string> Split(const std::string& text) {
@@ -63,8 +71,8 @@ TEST_P(Commands, RunAsTheCaseSays) {
         } else if (word == "$" || word == "sh:") {
             ranDry();
             const std::string command = "cd '" + folder + "' && CONVERT='" CONVERT_EXE "' CALCULATOR='" FAKE_CALCULATOR
-                                        "' && export CONVERT CALCULATOR && { " +
-                                        (word == "$" ? "\"$CONVERT\" " : "") + rest + "\n} >'" + folder +
+                                        "' RENDER='" RENDER_EXE "' && export CONVERT CALCULATOR RENDER && { " +
+                                        (word == "$" ? "\"$" PROGRAM "\" " : "") + rest + "\n} >'" + folder +
                                         "/.out' 2>'" + folder + "/.err'";
             last = std::system(command.c_str());
             out = ReadFile(work.path / ".out");
@@ -95,7 +103,7 @@ TEST_P(Commands, RunAsTheCaseSays) {
 
 std::vector<fs::path> CaseFiles() {
     std::vector<fs::path> cases;
-    for (const auto& entry : fs::directory_iterator(DataDir() / "cli"))
+    for (const auto& entry : fs::directory_iterator(DataDir() / CASES))
         if (entry.path().extension() == ".case") cases.push_back(entry.path());
     std::sort(cases.begin(), cases.end());
     return cases;

@@ -27,6 +27,7 @@
 #include "gui/Overview.h"
 #include "gui/Widgets.h"
 #include "gui/MainWindow.h"
+#include "render/Render.h"
 #include "support/ScriptedPrompts.h"
 #include "support/Support.h"
 
@@ -210,6 +211,28 @@ TEST_F(WindowTest, TheOverviewShowsEveryLevelChoosesOnAClickAndDrawsOnlyWhatChan
     EXPECT_EQ(set().CurrentLevel, 3);
     EXPECT_EQ(Find<QComboBox>("levelList")->currentText(), QStringLiteral("Level 3"));
     EXPECT_EQ(overview->drawnCount(), drawn + 1);
+}
+
+TEST_F(WindowTest, ExportPictureWritesTheLevelOrTheSheetAsTheRasterizerDrawsThem) {
+    Trigger("newTiltbash");
+    Choose(5);
+    ClickCell(9);
+    const std::string level = (dir.path / "level.png").string(), sheet = (dir.path / "sheet.png").string();
+    prompts.ExpectSave("PNG Pictures (*.png)|*.png", level);  // one level: nothing to choose
+    Trigger("exportPicture");
+    QTest::mouseClick(Find("addLevel"), Qt::LeftButton);
+    prompts.Expect(ScriptedPrompts::Kind::Choose, "Export a picture of", Answer::Yes, "1");
+    prompts.ExpectSave("PNG Pictures (*.png)|*.png", sheet);
+    Trigger("exportPicture");
+    prompts.Expect(ScriptedPrompts::Kind::Choose, "Export a picture of", Answer::Yes, "-1");  // cancelled: no dialog
+    Trigger("exportPicture");
+
+    const QImage written(QString::fromStdString(level));
+    const QImage block = window->paletteButton(5)->picture().toImage().convertToFormat(QImage::Format_RGB32);
+    ASSERT_EQ(written.size(), QSize(352, 240));
+    EXPECT_EQ(written.convertToFormat(QImage::Format_RGB32).copy(44, 30, 44, 30), block.copy(0, 0, 44, 30));
+    const QImage written2(QString::fromStdString(sheet));
+    EXPECT_EQ(written2.size(), render::LayOutSheet(set(), 2, 1).size);
 }
 
 TEST_F(WindowTest, ToolsAndCellAndLevelCommandsReachTheEditorAndTheClipboardCarriesText) {
