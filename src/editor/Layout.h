@@ -37,9 +37,6 @@ int CellAt(const GridShape& shape, int zoom, Point at);
 // grid follows the window.
 std::string ZoomText(int zoom, bool fitting);
 
-// The picture file of each block code, e.g. "shdblockA.gif"; Tiltbash swaps 7 and 8-11.
-std::string PictureFile(GameKind kind, int code);
-
 // A palette entry's tooltip: "Code 2: spotted shardle"; Tiltbash blocks
 // and unnamed Shardles codes give the code alone.
 std::string BlockTip(GameKind kind, int code);

@@ -1,11 +1,10 @@
 #include "gui/BlockPictures.h"
 
 #include <QDir>
-#include <QFont>
 #include <QImageReader>
-#include <QPainter>
 
 #include "gui/Text.h"
+#include "render/Render.h"
 
 namespace shd::gui {
 
@@ -28,18 +27,7 @@ QImage ReadImage(const QString& path, const char* format) {
 BlockPictures::BlockPictures() = default;
 
 QPixmap BlockPictures::Tile(const QString& text) {
-    QPixmap tile(kTileWidth, kTileHeight);
-    tile.fill(QColor(224, 224, 224));
-    QPainter painter(&tile);
-    painter.setPen(QColor(96, 96, 96));
-    painter.drawRect(0, 0, kTileWidth - 1, kTileHeight - 1);
-    QFont font = painter.font();
-    font.setPixelSize(18);
-    font.setBold(true);
-    painter.setFont(font);
-    painter.setPen(Qt::black);
-    painter.drawText(tile.rect(), Qt::AlignCenter, text);
-    return tile;
+    return QPixmap::fromImage(render::Tile(text, QSize(kTileWidth, kTileHeight)));
 }
 
 void BlockPictures::Load(const QString& folder, const std::array<std::string, 16>& files) {

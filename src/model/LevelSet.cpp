@@ -67,4 +67,14 @@ std::string CheckConsistent(const LevelSet& set) {
     return {};
 }
 
+std::string PictureFile(GameKind kind, int code) {
+    static const char* kHex = "0123456789ABCDEF";
+    if (code == 0) return "nothing.gif";
+    if (kind == GameKind::Shardles) return std::string("shdblock") + kHex[code & 15] + ".gif";
+    int file = code;
+    if (code == 7) file = 11;
+    else if (code >= 8 && code <= 11) file = code - 1;
+    return std::string("tlblock") + kHex[file & 15] + ".gif";
+}
+
 }  // namespace shd

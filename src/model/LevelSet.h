@@ -112,4 +112,7 @@ void RecountCurrentLevel(LevelSet& set);
 // Empty when the set keeps every invariant, else what is wrong.
 std::string CheckConsistent(const LevelSet& set);
 
+// The picture file of each block code, e.g. "shdblockA.gif"; Tiltbash swaps 7 and 8-11.
+std::string PictureFile(GameKind kind, int code);
+
 }  // namespace shd

@@ -17,6 +17,8 @@ constexpr int kGap = 8;  // between levels of a sheet, and around them
 
 QString HexDigit(int code) { return QString::number(code, 16).toUpper(); }
 
+}  // namespace
+
 QImage Tile(const QString& text, QSize size) {
     QImage tile(size, QImage::Format_RGB32);
     tile.fill(QColor(224, 224, 224));
@@ -31,6 +33,8 @@ QImage Tile(const QString& text, QSize size) {
     painter.drawText(tile.rect(), Qt::AlignCenter, text);
     return tile;
 }
+
+namespace {
 
 // A picture at the block's size, its transparent pixels on white paper.
 QImage Normalised(const QImage& image, QSize size) {
@@ -53,14 +57,7 @@ QFont NumberFont(int pixels) {
 
 }  // namespace
 
-QString PictureFileName(GameKind kind, int code) {
-    if (code == 0) return QStringLiteral("nothing.gif");
-    if (kind == GameKind::Shardles) return QStringLiteral("shdblock") + HexDigit(code & 15) + QStringLiteral(".gif");
-    int file = code;
-    if (code == 7) file = 11;
-    else if (code >= 8 && code <= 11) file = code - 1;
-    return QStringLiteral("tlblock") + HexDigit(file & 15) + QStringLiteral(".gif");
-}
+QString PictureFileName(GameKind kind, int code) { return QString::fromStdString(PictureFile(kind, code)); }
 
 BlockImages::BlockImages(const QString& folder, GameKind kind) : size_(BlockWidth(kind), kBlockHeight) {
     const QDir dir(folder);

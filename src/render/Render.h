@@ -19,6 +19,9 @@ inline int BlockWidth(GameKind kind) { return kind == GameKind::Shardles ? 40 : 
 // The picture file of each block code, e.g. "shdblockA.gif"; Tiltbash swaps 7 and 8-11.
 QString PictureFileName(GameKind kind, int code);
 
+// A plain tile of `size` with `text` on it, where a picture cannot be read.
+QImage Tile(const QString& text, QSize size);
+
 // The sixteen block pictures of one game. A missing file is a plain tile
 // with the code's hex digit, so a picture is always drawn.
 class BlockImages {

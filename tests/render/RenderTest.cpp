@@ -19,7 +19,7 @@ const char* const kTiltbashFiles[16] = {"nothing", "tlblock1", "tlblock2", "tlbl
                                         "tlblock6", "tlblockB", "tlblock7", "tlblock8", "tlblock9", "tlblockA",
                                         "tlblockC", "tlblockD", "tlblockE", "tlblockF"};
 
-QImage PictureFile(GameKind kind, int code) {
+QImage PictureImage(GameKind kind, int code) {
     const char* name = (kind == GameKind::Shardles ? kShardlesFiles : kTiltbashFiles)[code];
     const QImage file(QDir(ASSETS_DIR).filePath(QString::fromLatin1(name) + ".gif"));
     // Seen on white paper: a transparent pixel is white.
@@ -61,7 +61,7 @@ TEST_P(EveryCodeDrawn, AsItsPictureFile) {
     ASSERT_EQ(drawn.size(), QSize(kColumns * BlockWidth(kind) * zoom, RowCount(kind) * kBlockHeight * zoom));
     for (int i = 0; i < CellCount(kind); ++i) {
         const QPoint origin(i % kColumns * BlockWidth(kind) * zoom, i / kColumns * kBlockHeight * zoom);
-        QImage expected = PictureFile(kind, i % 16);
+        QImage expected = PictureImage(kind, i % 16);
         // nothing.gif serves both games, stretched to a Tiltbash cell.
         if (i % 16 == 0) expected = expected.scaled(BlockWidth(kind), kBlockHeight);
         ASSERT_EQ(expected.size(), QSize(BlockWidth(kind), kBlockHeight));
@@ -89,19 +89,19 @@ TEST(CustomPictures, ShowOnTheCustomShardlesOnlyWhenTheSetUsesThem) {
     set.CustomChangerPicture.at(50 + 1) = 1;  // row 5, the eighth shown
     const BlockImages images(ASSETS_DIR, GameKind::Shardles);
     const QImage plain = DrawLevel(set, 1, images, 1);
-    EXPECT_EQ(Difference(plain, {5 * BlockWidth(GameKind::Shardles), kBlockHeight}, 1, PictureFile(GameKind::Shardles, 13)), "");
+    EXPECT_EQ(Difference(plain, {5 * BlockWidth(GameKind::Shardles), kBlockHeight}, 1, PictureImage(GameKind::Shardles, 13)), "");
 
     set.UseCustomShardles = true;
     const QImage custom = DrawLevel(set, 1, images, 2);
     const QPoint shardle(5 * BlockWidth(GameKind::Shardles) * 2, kBlockHeight * 2), changer(6 * BlockWidth(GameKind::Shardles) * 2, kBlockHeight * 2);
-    QImage expected = PictureFile(GameKind::Shardles, 13);
+    QImage expected = PictureImage(GameKind::Shardles, 13);
     for (int y = 0; y < 5; ++y)
         for (int x = 0; x < 4; ++x) {
             expected.setPixel(x, y, qRgb(0, 0, 0));
             expected.setPixel(36 + x, 5 + y, qRgb(0, 0, 0));
         }
     EXPECT_EQ(Difference(custom, shardle, 2, expected), "");
-    expected = PictureFile(GameKind::Shardles, 14);
+    expected = PictureImage(GameKind::Shardles, 14);
     for (int y = 25; y < 30; ++y)
         for (int x = 28; x < 32; ++x) expected.setPixel(x, y, qRgb(0, 0, 0));
     EXPECT_EQ(Difference(custom, changer, 2, expected), "");
@@ -140,9 +140,9 @@ TEST(Sheet, PutsEachLevelInItsPlaceWithItsNumberUnderIt) {
     EXPECT_TRUE(QRect(QPoint(0, 0), sheet.size()).contains(layout.NumberRect(5)));
     for (int level = 1; level <= 5; ++level) {
         const QRect place = layout.LevelRect(level);
-        EXPECT_EQ(Difference(sheet, place.topLeft(), 1, PictureFile(GameKind::Tiltbash, level)), "") << level;
+        EXPECT_EQ(Difference(sheet, place.topLeft(), 1, PictureImage(GameKind::Tiltbash, level)), "") << level;
         EXPECT_EQ(Difference(sheet, place.bottomRight() - QPoint(BlockWidth(GameKind::Tiltbash) - 1, kBlockHeight - 1), 1,
-                             PictureFile(GameKind::Tiltbash, level)),
+                             PictureImage(GameKind::Tiltbash, level)),
                   "")
             << level;
         EXPECT_TRUE(HasInk(sheet, layout.NumberRect(level))) << "no number under level " << level;
