@@ -15,8 +15,9 @@ if [ "${1:-run}" = test ]; then
   # description checked with the freedesktop and AppStream tools.
   packages+=(desktop-file-utils appstream shared-mime-info)
   # strace shows that a save reaches the disk before it takes the old file's
-  # place; the race test runs a second user with setpriv (util-linux).
-  packages+=(strace util-linux)
+  # place and holds a save up for the signal tests (pkill, from procps, sends
+  # them); the race test runs a second user with setpriv (util-linux).
+  packages+=(strace procps util-linux)
 fi
 missing=()
 for p in "${packages[@]}"; do
