@@ -29,6 +29,9 @@ trap cleanup EXIT
 failures=0
 fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
 cp "$data/cli/files/tiltbash.json" "$work/set.json" && chmod 644 "$work/set.json"
+# The other users run copies, in case the build folder is private to root.
+mkdir -m 755 "$work/bin" && cp "$convert" "$swapper" "$work/bin/" && chmod 755 "$work/bin"/*
+convert="$work/bin/$(basename "$convert")" swapper="$work/bin/$(basename "$swapper")"
 mkdir -m 1777 "$work/shared"
 
 # One victim, $1 the uid (0 for root): their private file, and saves into

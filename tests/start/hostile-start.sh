@@ -49,6 +49,9 @@ if [ "$(id -u)" -eq 0 ] && command -v setpriv >/dev/null; then
     printf '%s\n' "$work/private/set.rsx" > "$settings/recent.txt"
     printf '%s\n' "$work/private/" > "$settings/info.ini"
     chmod 666 "$settings"/*
+    # A copy of the program, in case the build folder is private to root.
+    mkdir -m 755 "$work/bin" && cp "$probe" "$work/bin/" && chmod 755 "$work/bin"/*
+    probe="$work/bin/$(basename "$probe")"
     runner=(setpriv --reuid=65534 --regid=65534 --clear-groups)
     start "a recent file in a folder that became private" "$work/private/set.rsx"
     runner=()
