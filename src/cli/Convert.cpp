@@ -90,6 +90,11 @@ int Check(FormatId from, const std::string& input) {
     return Finished(findings == 0 ? kDone : kRefused);
 }
 
+int UsageError(const char* program, const std::string& reason) {
+    std::fprintf(stderr, "%s: %s\nTry '%s --help'.\n", program, reason.c_str(), program);
+    return kUsage;
+}
+
 int Finished(int status) {
     if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
         Say(std::string("cannot write to standard output: ") + std::strerror(errno));

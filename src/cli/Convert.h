@@ -44,6 +44,9 @@ int ListCables();
 // the number of findings.
 int Check(FormatId from, const std::string& input);
 
+// A wrong command line: the reason and where help is, on standard error; kUsage.
+int UsageError(const char* program, const std::string& reason);
+
 // `status` once what was printed on standard output is written out; kRefused,
 // with the reason on standard error, when it could not be.
 int Finished(int status);

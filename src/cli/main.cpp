@@ -66,16 +66,7 @@ constexpr const char* kHelp =
     "\n"
     "See shardles-convert(1) for more, and examples.\n";
 
-int UsageError(const std::string& reason) {
-    std::fprintf(stderr, "shardles-convert: %s\nTry 'shardles-convert --help'.\n", reason.c_str());
-    return shd::cli::kUsage;
-}
-
-std::optional<FormatId> FormByName(std::string_view name) {
-    for (const Format& format : shd::AllFormats())
-        if (name == format.name) return format.id;
-    return std::nullopt;
-}
+int UsageError(const std::string& reason) { return shd::cli::UsageError("shardles-convert", reason); }
 
 struct Command {
     bool check = false;
@@ -148,7 +139,7 @@ int main(int argc, char** argv) {
             const bool isFrom = option == "--from";
             auto& slot = isFrom ? command.from : command.to;
             if (slot) return UsageError(std::string(option) + " given twice");
-            slot = FormByName(value);
+            slot = shd::FormatByName(value);
             if (!slot) return UsageError("unknown form '" + shd::ShownName(value) + "'");
             if (!isFrom && !GetFormat(*slot).write)
                 return UsageError(std::string(value) + " can only be read");

@@ -78,4 +78,10 @@ ReadResult OpenBytes(const Format& format, const std::string& bytes) {
     return result;
 }
 
+std::optional<FormatId> FormatByName(std::string_view name) {
+    for (const Format& format : AllFormats())
+        if (name == format.name) return format.id;
+    return std::nullopt;
+}
+
 }  // namespace shd

@@ -35,6 +35,9 @@ const std::array<Format, 6>& AllFormats();
 // extension no form has.
 std::optional<FormatId> FormOfFileName(std::string_view fileName);
 
+// The form a command line names: "myfile", "list", "json" ...
+std::optional<FormatId> FormatByName(std::string_view name);
+
 // The calculator name for a program file title: the last four characters
 // dropped, the rest in upper case (so "abcd" names none). Nothing when the
 // title is shorter than four.

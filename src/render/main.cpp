@@ -55,16 +55,7 @@ constexpr const char* kHelp =
     "\n"
     "See shardles-render(1) for more, and examples.\n";
 
-int UsageError(const std::string& reason) {
-    std::fprintf(stderr, "shardles-render: %s\nTry 'shardles-render --help'.\n", reason.c_str());
-    return shd::cli::kUsage;
-}
-
-std::optional<FormatId> FormByName(std::string_view name) {
-    for (const shd::Format& format : shd::AllFormats())
-        if (name == format.name) return format.id;
-    return std::nullopt;
-}
+int UsageError(const std::string& reason) { return shd::cli::UsageError("shardles-render", reason); }
 
 std::optional<int> Number(std::string_view text, int low, int high) {
     int value = 0;
@@ -134,7 +125,7 @@ int main(int argc, char** argv) {
         }
         if (name == "--from") {
             if (from) return UsageError("--from given twice");
-            from = FormByName(value);
+            from = shd::FormatByName(value);
             if (!from) return UsageError("unknown form '" + shd::ShownName(value) + "'");
             continue;
         }
