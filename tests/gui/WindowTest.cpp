@@ -142,21 +142,8 @@ TEST(Actions, NoTwoEntriesOfOneMenuShareAnAccessKey) {
         for (const char key : keys) EXPECT_EQ(std::count(keys.begin(), keys.end(), key), 1) << menu << ": " << key;
 }
 
-// The menus, the tool bar and the shortcuts are the table's rows.
-TEST_F(WindowTest, EveryRowOfTheActionsTableIsAnActionOfTheWindow) {
-    int onToolBar = 0;
-    for (const ActionRow& row : ActionTable()) {
-        if (row.kind == ActionRow::Kind::Separator) continue;
-        SCOPED_TRACE(row.id);
-        QAction* action = Find<QAction>(row.id);
-        ASSERT_NE(action, nullptr);
-        EXPECT_EQ(action->text(), QString::fromLatin1(row.caption));
-        if (!row.keys.isEmpty()) EXPECT_EQ(action->shortcuts(), row.keys);
-        if (!row.existing) EXPECT_EQ(action->isCheckable(), static_cast<bool>(row.checked));
-        if (row.toolTip) EXPECT_EQ(window->findChild<QToolBar*>()->actions().at(onToolBar++), action);
-    }
-    EXPECT_EQ(onToolBar, 4);
-    // The dock's own action keeps its check mark and shows and hides the overview.
+// The dock's own action keeps its check mark and shows and hides the overview.
+TEST_F(WindowTest, TheOverviewsActionShowsAndHidesItsPanel) {
     EXPECT_TRUE(Checked("showOverview") && window->overview()->isVisible());
     Trigger("showOverview");
     EXPECT_FALSE(Checked("showOverview") || window->overview()->isVisible());
